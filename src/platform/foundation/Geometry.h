@@ -1,0 +1,24 @@
+#pragma once
+
+namespace foundation {
+
+/// Lengths are in points; y grows upwards, as on the screen's own coordinates.
+struct Point {
+    double x = 0;
+    double y = 0;
+    bool operator==(const Point&) const = default;
+};
+
+struct Size {
+    double width = 0;
+    double height = 0;
+    bool operator==(const Size&) const = default;
+};
+
+struct Rect {
+    Point origin;
+    Size size;
+    bool operator==(const Rect&) const = default;
+};
+
+} // namespace foundation
