@@ -1,0 +1,75 @@
+#include "platform/linux/desktop/LateBinding.h"
+
+#include "platform/foundation/FatalError.h"
+
+#include <array>
+#include <dlfcn.h>
+#include <string>
+
+// The slots that LateBindingEntries.S jumps through. Each starts at lateBindingUnbound and is filled when its
+// library is loaded. LateBindingSymbols.inc is made by the build from the functions that the side really calls.
+extern "C" {
+#define LATE_FUNCTION(library, symbol) extern void* lateSlot_##symbol;
+#include "LateBindingSymbols.inc"
+#undef LATE_FUNCTION
+
+[[noreturn]] void lateBindingUnbound();
+}
+
+void lateBindingUnbound()
+{
+    foundation::fatalError("A library was used before it was loaded");
+}
+
+namespace desktop {
+namespace {
+
+struct Slot {
+    LateLibrary library;
+    const char* symbol;
+    void** target;
+};
+
+constexpr auto slots = std::to_array<Slot>({
+#define LATE_FUNCTION(library, symbol) { LateLibrary::library, #symbol, &lateSlot_##symbol },
+#include "LateBindingSymbols.inc"
+#undef LATE_FUNCTION
+});
+
+constexpr std::array<const char*, 3> sonames { PERCHLY_DRAWING_SONAME, PERCHLY_TOOLKIT_SONAME, PERCHLY_ENGINE_SONAME };
+std::array<bool, sonames.size()> loaded {};
+
+void bind(LateLibrary library)
+{
+    const auto* soname = sonames.at(static_cast<std::size_t>(library));
+    // Symbols are looked up in the library and in all that it stands on.
+    void* handle = dlopen(soname, RTLD_LAZY | RTLD_LOCAL);
+    if (!handle)
+        foundation::fatalError(dlerror());
+    for (const auto& slot : slots) {
+        if (slot.library != library)
+            continue;
+        *slot.target = dlsym(handle, slot.symbol);
+        if (!*slot.target)
+            foundation::fatalError(std::string(soname) + " has no " + slot.symbol);
+    }
+}
+
+} // namespace
+
+bool isLibraryLoaded(LateLibrary library)
+{
+    return loaded.at(static_cast<std::size_t>(library));
+}
+
+void loadLibrary(LateLibrary library)
+{
+    for (auto index = 0U; index <= static_cast<unsigned>(library); ++index) {
+        if (loaded.at(index))
+            continue;
+        bind(static_cast<LateLibrary>(index));
+        loaded.at(index) = true;
+    }
+}
+
+} // namespace desktop

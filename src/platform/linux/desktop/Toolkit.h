@@ -1,0 +1,13 @@
+#pragma once
+
+namespace desktop {
+
+/// Loads GTK and opens the display, at the first window. Idempotent. Ends the process where there is no display.
+void loadToolkit();
+
+[[nodiscard]] bool isToolkitLoaded();
+
+/// True where the windows of this program are X11 windows that it may place itself (also through XWayland).
+[[nodiscard]] bool isX11();
+
+} // namespace desktop
