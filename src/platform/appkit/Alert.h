@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace appkit {
+
+enum class AlertStyle { Warning, Informational, Critical };
+
+/// A question or notice in a window of its own. Without buttons added it shows a single "OK".
+class Alert {
+public:
+    std::string messageText;
+    std::string informativeText;
+    AlertStyle style = AlertStyle::Warning;
+    std::vector<std::string> buttonTitles;
+
+    /// Shows the alert before all windows of the application and returns, when it was answered, the index of the
+    /// button: Return is the first one's key, Escape the last one's. Other events are handled meanwhile.
+    std::size_t runModal();
+
+    /// The alert whose answer runModal is waiting for, the latest of several, or null.
+    [[nodiscard]] static Alert* running();
+
+    /// Answers a running alert.
+    void performClick(std::size_t buttonIndex);
+
+private:
+    struct Native;
+    Native* native_ = nullptr;
+};
+
+} // namespace appkit

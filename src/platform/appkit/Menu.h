@@ -1,0 +1,96 @@
+#pragma once
+
+#include "platform/appkit/Action.h"
+
+#include <any>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace appkit {
+
+class Image;
+class Menu;
+
+/// One row of a menu. A description: a side turns it into a native row when the menu is shown.
+class MenuItem : public Sender {
+public:
+    MenuItem(std::string title, Action action, std::string keyEquivalent = {})
+        : title_(std::move(title))
+        , action_(std::move(action))
+        , keyEquivalent_(std::move(keyEquivalent))
+    {
+    }
+
+    [[nodiscard]] static std::shared_ptr<MenuItem> separatorItem()
+    {
+        auto item = std::make_shared<MenuItem>(std::string {}, Action {});
+        item->isSeparator_ = true;
+        return item;
+    }
+
+    [[nodiscard]] bool isSeparator() const { return isSeparator_; }
+    [[nodiscard]] const std::string& title() const { return title_; }
+    [[nodiscard]] const Action& action() const { return action_; }
+
+    /// A character to press with Command; an upper-case one asks for Shift too. Empty: none.
+    [[nodiscard]] const std::string& keyEquivalent() const { return keyEquivalent_; }
+
+    void setEnabled(bool enabled) { isEnabled_ = enabled; }
+
+    /// A row that neither acts nor opens a submenu is disabled, whatever was set.
+    [[nodiscard]] bool isEnabled() const { return isEnabled_ && (action_ || submenu_); }
+
+    void setSubmenu(std::shared_ptr<Menu> submenu) { submenu_ = std::move(submenu); }
+    [[nodiscard]] const std::shared_ptr<Menu>& submenu() const { return submenu_; }
+
+    void setImage(std::shared_ptr<Image> image) { image_ = std::move(image); }
+    [[nodiscard]] const std::shared_ptr<Image>& image() const { return image_; }
+
+    void setRepresentedObject(std::any object) { representedObject_ = std::move(object); }
+    [[nodiscard]] const std::any& representedObject() const { return representedObject_; }
+
+    /// Sends the action, as choosing the row does; nothing for a disabled row.
+    void performAction()
+    {
+        if (isEnabled())
+            action_.send(*this);
+    }
+
+private:
+    std::string title_;
+    Action action_;
+    std::string keyEquivalent_;
+    bool isSeparator_ = false;
+    bool isEnabled_ = true;
+    std::shared_ptr<Menu> submenu_;
+    std::shared_ptr<Image> image_;
+    std::any representedObject_;
+};
+
+class Menu {
+public:
+    explicit Menu(std::string title = {})
+        : title_(std::move(title))
+    {
+    }
+
+    [[nodiscard]] const std::string& title() const { return title_; }
+    [[nodiscard]] const std::vector<std::shared_ptr<MenuItem>>& items() const { return items_; }
+
+    MenuItem& addItem(std::string title, Action action, std::string keyEquivalent = {})
+    {
+        return addItem(std::make_shared<MenuItem>(std::move(title), std::move(action), std::move(keyEquivalent)));
+    }
+
+    MenuItem& addItem(std::shared_ptr<MenuItem> item) { return *items_.emplace_back(std::move(item)); }
+
+    void addSeparator() { addItem(MenuItem::separatorItem()); }
+
+private:
+    std::string title_;
+    std::vector<std::shared_ptr<MenuItem>> items_;
+};
+
+} // namespace appkit

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <memory>
+
+namespace appkit {
+
+class StatusItem;
+
+/// The system's status bar, beside the clock. Main thread.
+class StatusBar {
+public:
+    static StatusBar& systemStatusBar();
+
+    /// A new item of variable length. It appears as soon as the bar is there, and again whenever the bar returns.
+    [[nodiscard]] std::shared_ptr<StatusItem> statusItem();
+};
+
+} // namespace appkit

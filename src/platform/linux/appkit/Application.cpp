@@ -1,0 +1,99 @@
+#include "platform/appkit/Application.h"
+
+#include "platform/linux/desktop/GObject.h"
+
+#include <array>
+
+namespace appkit {
+namespace {
+
+constexpr auto applicationId = "org.perchly.Perchly";
+
+} // namespace
+
+struct Application::Native {
+    std::weak_ptr<ApplicationDelegate> delegate;
+    std::shared_ptr<Menu> mainMenu;
+    ActivationPolicy activationPolicy = ActivationPolicy::Regular;
+    bool isLaunched = false;
+    desktop::ObjectPointer<GApplication> application;
+    std::array<desktop::SignalConnection, 2> connections;
+
+    void start()
+    {
+        g_application_hold(application.get());
+        if (auto owner = delegate.lock())
+            owner->applicationDidFinishLaunching();
+    }
+
+    // The first activation is this process's own start, each later one another process's.
+    void activate()
+    {
+        if (!std::exchange(isLaunched, true))
+            return;
+        if (auto owner = delegate.lock())
+            owner->applicationStartedAgain();
+    }
+};
+
+Application::Application()
+    : native_(std::make_unique<Native>())
+{
+}
+
+Application::~Application() = default;
+
+Application& Application::sharedApplication()
+{
+    static Application application;
+    return application;
+}
+
+void Application::setDelegate(std::weak_ptr<ApplicationDelegate> delegate)
+{
+    native_->delegate = std::move(delegate);
+}
+
+int Application::run(int argc, char** argv)
+{
+    g_set_prgname("perchly");
+    g_set_application_name("Perchly");
+    native_->application = desktop::adopt(g_application_new(applicationId, G_APPLICATION_DEFAULT_FLAGS));
+    auto* application = native_->application.get();
+    native_->connections = { desktop::connect<void()>(application, "startup", [this] { native_->start(); }),
+        desktop::connect<void()>(application, "activate", [this] { native_->activate(); }) };
+    return g_application_run(application, argc, argv);
+}
+
+void Application::setActivationPolicy(ActivationPolicy policy)
+{
+    native_->activationPolicy = policy;
+}
+
+ActivationPolicy Application::activationPolicy() const
+{
+    return native_->activationPolicy;
+}
+
+void Application::setMainMenu(std::shared_ptr<Menu> menu)
+{
+    // GTK's text fields and WebKit's pages bring the editing keys along; no window shows the menu itself.
+    native_->mainMenu = std::move(menu);
+}
+
+const std::shared_ptr<Menu>& Application::mainMenu() const
+{
+    return native_->mainMenu;
+}
+
+void Application::activateIgnoringOtherApps()
+{
+    // There is no active application on these desktops, only active windows, and each of ours asks for it when shown.
+}
+
+void Application::terminate()
+{
+    g_application_quit(native_->application.get());
+}
+
+} // namespace appkit

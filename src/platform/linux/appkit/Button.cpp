@@ -1,0 +1,71 @@
+#include "platform/appkit/Button.h"
+
+#include "platform/linux/appkit/ImageNative.h"
+#include "platform/linux/appkit/ViewNative.h"
+
+namespace appkit {
+namespace {
+
+GtkWidget* makeButton()
+{
+    auto* button = gtk_button_new();
+    gtk_widget_set_valign(button, GTK_ALIGN_CENTER);
+    return button;
+}
+
+} // namespace
+
+Button::Button(Action action)
+    : View(makeNative(makeButton))
+    , action_(std::move(action))
+{
+    native().connections.push_back(desktop::connect<void()>(widgetOf(*this), "clicked", [this] { action_.send(*this); }));
+}
+
+std::shared_ptr<Button> Button::withImage(std::shared_ptr<Image> image, Action action)
+{
+    auto button = std::shared_ptr<Button>(new Button(std::move(action)));
+    button->setImage(std::move(image));
+    return button;
+}
+
+void Button::setBezelStyle(BezelStyle style)
+{
+    if (style == BezelStyle::TexturedRounded)
+        gtk_widget_add_css_class(widgetOf(*this), "textured-rounded");
+    else
+        gtk_widget_remove_css_class(widgetOf(*this), "textured-rounded");
+}
+
+void Button::setImage(std::shared_ptr<Image> image)
+{
+    image_ = std::move(image);
+    auto* button = GTK_BUTTON(widgetOf(*this));
+    if (!image_) {
+        gtk_button_set_child(button, nullptr);
+        return;
+    }
+    gtk_button_set_icon_name(button, image_->native().iconName.c_str());
+    const auto& description = image_->accessibilityDescription();
+    if (!description.empty())
+        gtk_accessible_update_property(
+            GTK_ACCESSIBLE(button), GTK_ACCESSIBLE_PROPERTY_LABEL, description.c_str(), -1);
+}
+
+void Button::setEnabled(bool enabled)
+{
+    gtk_widget_set_sensitive(widgetOf(*this), enabled);
+}
+
+bool Button::isEnabled() const
+{
+    return gtk_widget_get_sensitive(widgetOf(*this));
+}
+
+void Button::performClick()
+{
+    if (isEnabled())
+        action_.send(*this);
+}
+
+} // namespace appkit

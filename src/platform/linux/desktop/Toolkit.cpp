@@ -1,0 +1,71 @@
+#include "platform/linux/desktop/Toolkit.h"
+
+#include "platform/foundation/Bundle.h"
+#include "platform/foundation/FatalError.h"
+#include "platform/linux/desktop/LateBinding.h"
+
+#include <gdk/x11/gdkx.h>
+#include <gtk/gtk.h>
+
+#include <filesystem>
+
+namespace desktop {
+namespace {
+
+bool hasRenderNode()
+{
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator("/dev/dri", ignored)) {
+        if (entry.path().filename().string().starts_with("renderD"))
+            return true;
+    }
+    return false;
+}
+
+void chooseBackends()
+{
+    // Only on X11 may a program place its windows and keep them above others; also through XWayland.
+    gdk_set_allowed_backends("x11,wayland,*");
+    // Without a GPU the plain renderer saves a software GL stack in this process.
+    if (!hasRenderNode())
+        g_setenv("GSK_RENDERER", "cairo", FALSE);
+}
+
+void addResources()
+{
+    if (const auto icons = foundation::Bundle::mainBundle().pathForResource("icons"))
+        gtk_icon_theme_add_search_path(gtk_icon_theme_get_for_display(gdk_display_get_default()), icons->c_str());
+    const auto style = foundation::Bundle::mainBundle().pathForResource("style.css");
+    if (!style)
+        return;
+    auto* provider = gtk_css_provider_new();
+    gtk_css_provider_load_from_path(provider, style->c_str());
+    gtk_style_context_add_provider_for_display(
+        gdk_display_get_default(), GTK_STYLE_PROVIDER(provider), GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+    g_object_unref(provider);
+}
+
+} // namespace
+
+bool isToolkitLoaded()
+{
+    return isLibraryLoaded(LateLibrary::Toolkit);
+}
+
+void loadToolkit()
+{
+    if (isToolkitLoaded())
+        return;
+    loadLibrary(LateLibrary::Toolkit);
+    chooseBackends();
+    if (!gtk_init_check())
+        foundation::fatalError("There is no display to show a window on");
+    addResources();
+}
+
+bool isX11()
+{
+    return GDK_IS_X11_DISPLAY(gdk_display_get_default());
+}
+
+} // namespace desktop
