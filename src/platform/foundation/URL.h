@@ -10,18 +10,24 @@ namespace foundation {
 class URL {
 public:
     /// Characters that an address may not hold are percent-encoded where that is possible (path, query, fragment).
-    /// None when the text is no address: no scheme, no host after "//", blanks or control characters in the host.
+    /// None when the text is no address: no scheme, no host after "//", blanks or other stray characters before
+    /// the path, a port that is none, or a control character anywhere. "file:///" alone needs no host.
     [[nodiscard]] static std::optional<URL> parse(std::string_view text);
 
     [[nodiscard]] const std::string& absoluteString() const { return absoluteString_; }
 
+    /// The host without the brackets of an IPv6 literal; empty where the address has none.
+    [[nodiscard]] const std::string& host() const { return host_; }
+
 private:
-    explicit URL(std::string absoluteString)
+    URL(std::string absoluteString, std::string host)
         : absoluteString_(std::move(absoluteString))
+        , host_(std::move(host))
     {
     }
 
     std::string absoluteString_;
+    std::string host_;
 };
 
 } // namespace foundation

@@ -1,0 +1,19 @@
+#include "platform/foundation/Log.h"
+
+#include <glib.h>
+
+namespace foundation {
+
+void log(std::string_view line)
+{
+    // "Message" is the lowest level that GLib shows without being asked by an environment variable.
+    constexpr const char* syslogNotice = "5";
+    const GLogField fields[] = {
+        { "MESSAGE", line.data(), static_cast<gssize>(line.size()) },
+        { "PRIORITY", syslogNotice, -1 },
+        { "GLIB_DOMAIN", "Perchly", -1 },
+    };
+    g_log_structured_array(G_LOG_LEVEL_MESSAGE, fields, std::size(fields));
+}
+
+} // namespace foundation
