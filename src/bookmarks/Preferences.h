@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string_view>
+
+/// Keys of the user defaults.
+namespace perchly::preferences {
+
+/// A text; absent and empty both mean that there is no home page.
+inline constexpr std::string_view homePageURL = "HomePageURL";
+
+} // namespace perchly::preferences
