@@ -27,7 +27,7 @@ public:
 
     [[nodiscard]] bool isViewLoaded() const { return view_ != nullptr; }
 
-    /// The size, in points, that the view would like to be shown at.
+    /// The size, in points, that the view would like to be shown at; the one it was built with until another is set.
     [[nodiscard]] foundation::Size preferredContentSize() const { return preferredContentSize_; }
     void setPreferredContentSize(foundation::Size size) { preferredContentSize_ = size; }
 
@@ -36,7 +36,12 @@ protected:
 
     /// Builds the view and hands it to setView.
     virtual void loadView() = 0;
-    void setView(std::shared_ptr<View> view) { view_ = std::move(view); }
+    void setView(std::shared_ptr<View> view)
+    {
+        view_ = std::move(view);
+        if (preferredContentSize_ == foundation::Size {})
+            preferredContentSize_ = view_->frame().size;
+    }
 
 private:
     std::shared_ptr<View> view_;

@@ -19,7 +19,8 @@ Button::Button(Action action)
     : View(makeNative(makeButton))
     , action_(std::move(action))
 {
-    native().connections.push_back(desktop::connect<void()>(widgetOf(*this), "clicked", [this] { action_.send(*this); }));
+    native().connections.push_back(
+        desktop::connect<void()>(widgetOf(*this), "clicked", [this] { action_.send(*this); }));
 }
 
 std::shared_ptr<Button> Button::withImage(std::shared_ptr<Image> image, Action action)
@@ -48,8 +49,7 @@ void Button::setImage(std::shared_ptr<Image> image)
     gtk_button_set_icon_name(button, image_->native().iconName.c_str());
     const auto& description = image_->accessibilityDescription();
     if (!description.empty())
-        gtk_accessible_update_property(
-            GTK_ACCESSIBLE(button), GTK_ACCESSIBLE_PROPERTY_LABEL, description.c_str(), -1);
+        gtk_accessible_update_property(GTK_ACCESSIBLE(button), GTK_ACCESSIBLE_PROPERTY_LABEL, description.c_str(), -1);
 }
 
 void Button::setEnabled(bool enabled)

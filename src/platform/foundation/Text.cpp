@@ -1,0 +1,54 @@
+#include "platform/foundation/Text.h"
+
+#include <algorithm>
+#include <array>
+
+namespace foundation {
+namespace {
+
+using namespace std::literals;
+
+constexpr auto whiteSpaces = std::to_array<std::string_view>({
+    " "sv,
+    "\t"sv,
+    "\n"sv,
+    "\v"sv,
+    "\f"sv,
+    "\r"sv,
+    "\u0085"sv,
+    "\u00A0"sv,
+    "\u1680"sv,
+    "\u2000"sv,
+    "\u2001"sv,
+    "\u2002"sv,
+    "\u2003"sv,
+    "\u2004"sv,
+    "\u2005"sv,
+    "\u2006"sv,
+    "\u2007"sv,
+    "\u2008"sv,
+    "\u2009"sv,
+    "\u200A"sv,
+    "\u2028"sv,
+    "\u2029"sv,
+    "\u202F"sv,
+    "\u205F"sv,
+    "\u3000"sv,
+});
+
+} // namespace
+
+std::string_view trimmed(std::string_view text)
+{
+    const auto leads = [&text](std::string_view space) { return text.starts_with(space); };
+    const auto ends = [&text](std::string_view space) { return text.ends_with(space); };
+    for (auto space = std::ranges::find_if(whiteSpaces, leads); space != whiteSpaces.end();
+         space = std::ranges::find_if(whiteSpaces, leads))
+        text.remove_prefix(space->size());
+    for (auto space = std::ranges::find_if(whiteSpaces, ends); space != whiteSpaces.end();
+         space = std::ranges::find_if(whiteSpaces, ends))
+        text.remove_suffix(space->size());
+    return text;
+}
+
+} // namespace foundation

@@ -1,0 +1,182 @@
+#include "statusbar/StatusBarController.h"
+
+#include "Product.h"
+#include "bookmarks/Address.h"
+#include "bookmarks/Bookmark.h"
+#include "bookmarks/BookmarkManager.h"
+#include "bookmarks/Notifications.h"
+#include "bookmarks/Preferences.h"
+#include "platform/appkit/Application.h"
+#include "platform/appkit/Image.h"
+#include "platform/appkit/Menu.h"
+#include "platform/appkit/StatusBar.h"
+#include "platform/appkit/StatusBarButton.h"
+#include "platform/appkit/StatusItem.h"
+#include "platform/appkit/Window.h"
+#include "platform/appkit/Workspace.h"
+#include "platform/foundation/FatalError.h"
+#include "platform/foundation/Log.h"
+#include "platform/foundation/UserDefaults.h"
+#include "statusbar/StatusMenu.h"
+
+namespace perchly {
+namespace {
+
+void openInDefaultBrowser(std::string_view address)
+{
+    if (const auto url = foundation::URL::parse(address))
+        appkit::Workspace::sharedWorkspace().openURL(*url);
+}
+
+const Bookmark* representedBookmark(const appkit::MenuItem& item)
+{
+    return std::any_cast<Bookmark>(&item.representedObject());
+}
+
+std::shared_ptr<appkit::Image> statusItemImage()
+{
+    auto image = appkit::Image::imageNamed("AppStatusBarIcon");
+    return image ? image : appkit::Image::systemSymbol("globe", "Browser");
+}
+
+} // namespace
+
+std::shared_ptr<StatusBarController> StatusBarController::create()
+{
+    foundation::assertMainThread();
+    auto controller = std::shared_ptr<StatusBarController>(new StatusBarController);
+    controller->start();
+    return controller;
+}
+
+void StatusBarController::start()
+{
+    surfaces_.emplace(weak_from_this(), weak_from_this());
+    setupStatusItem();
+    auto& center = foundation::NotificationCenter::defaultCenter();
+    settingsObservation_ = center.addObserver(notifications::settingsDidChange, [this] { settingsDidChange(); });
+    bookmarksObservation_ = center.addObserver(notifications::bookmarksDidChange, [this] { bookmarksDidChange(); });
+}
+
+void StatusBarController::setupStatusItem()
+{
+    statusItem_ = appkit::StatusBar::systemStatusBar().statusItem();
+    const auto button = statusItem_->button();
+    if (!button)
+        return foundation::log("DEBUG: StatusBar - Failed to create button!");
+    if (auto image = statusItemImage()) {
+        image->setTemplate(true);
+        button->setImage(std::move(image));
+    } else
+        button->setTitle("🌐");
+    button->setAction({ "statusBarButtonClicked", weak_from_this(), &StatusBarController::statusBarButtonClicked });
+    updateMenu();
+}
+
+void StatusBarController::updateMenu()
+{
+    using Self = StatusBarController;
+    const auto self = weak_from_this();
+    auto menu = makeStatusMenu(BookmarkManager::shared().bookmarks(),
+        {
+            .showBrowserWindow = { "showBrowserWindow", self, &Self::showBrowserWindow },
+            .showBookmarkList = {},
+            .showSettings = {},
+            .showAbout = {},
+            .quitApp = { "quitApp", self, &Self::quitApp },
+            .pinnedBookmarkClicked = { "pinnedBookmarkClicked:", self, &Self::pinnedBookmarkClicked },
+            .openInSystemBrowserClicked = { "openInSystemBrowserClicked:", self, &Self::openInSystemBrowserClicked },
+        });
+    statusItem_->setMenu(std::move(menu));
+}
+
+void StatusBarController::statusBarButtonClicked()
+{
+    if (surfaces_->popover().isShown())
+        return surfaces_->popover().performClose();
+    const auto browser = showGeneralBrowser();
+    if (const auto window = browser->view()->window())
+        window->makeKeyWindow();
+}
+
+void StatusBarController::showBrowserWindow()
+{
+    showGeneralBrowser();
+}
+
+std::shared_ptr<BrowserViewController> StatusBarController::showGeneralBrowser()
+{
+    foundation::assertMainThread();
+    appkit::Application::sharedApplication().activateIgnoringOtherApps();
+    auto browser = surfaces_->browserViewControllerForBookmark(nullptr);
+    if (browser->showsBlankPage())
+        loadHomePage(*browser);
+    surfaces_->showInPopover(browser, statusItem_->button().get());
+    return browser;
+}
+
+void StatusBarController::pinnedBookmarkClicked(appkit::MenuItem& sender)
+{
+    foundation::assertMainThread();
+    const auto* bookmark = representedBookmark(sender);
+    if (!bookmark)
+        return;
+    appkit::Application::sharedApplication().activateIgnoringOtherApps();
+    if (bookmark->openInSystemBrowser)
+        return openInDefaultBrowser(addressWithScheme(bookmark->url));
+    const auto browser = surfaces_->browserViewControllerForBookmark(bookmark);
+    if (bookmark->shouldReloadOnOpen || browser->showsBlankPage())
+        browser->loadBookmark(*bookmark);
+    surfaces_->showInPopover(browser, statusItem_->button().get());
+}
+
+void StatusBarController::openInSystemBrowserClicked(appkit::MenuItem& sender)
+{
+    foundation::assertMainThread();
+    if (const auto* bookmark = representedBookmark(sender))
+        openInDefaultBrowser(addressWithScheme(bookmark->url));
+}
+
+void StatusBarController::showBookmarkInPopover(const Bookmark& bookmark)
+{
+    foundation::assertMainThread();
+    surfaces_->showInPopover(surfaces_->browserViewControllerForBookmark(&bookmark), statusItem_->button().get());
+}
+
+void StatusBarController::openAppWebsite()
+{
+    openInDefaultBrowser(product::website);
+}
+
+void StatusBarController::quitApp()
+{
+    appkit::Application::sharedApplication().terminate();
+}
+
+void StatusBarController::bookmarksDidChange()
+{
+    foundation::assertMainThread();
+    updateMenu();
+}
+
+void StatusBarController::settingsDidChange()
+{
+    foundation::assertMainThread();
+    const auto& browser = surfaces_->generalBrowserViewController();
+    if (!browser)
+        return;
+    const auto homePage = foundation::UserDefaults::standard().stringForKey(preferences::homePageURL);
+    browser->loadURLString(homePage.value_or(""), CurrentBookmark::Clear);
+}
+
+void StatusBarController::popoverDidClose()
+{
+    surfaces_->emptyClosedPopover();
+}
+
+void StatusBarController::browserDidResize(BrowserViewController& /*controller*/, double width, double height)
+{
+    surfaces_->popover().setContentSize({ width, height });
+}
+
+} // namespace perchly

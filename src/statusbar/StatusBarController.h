@@ -1,0 +1,59 @@
+#pragma once
+
+#include "browser/BrowserViewController.h"
+#include "platform/appkit/Popover.h"
+#include "platform/foundation/NotificationCenter.h"
+#include "statusbar/BrowserSurfaces.h"
+
+#include <memory>
+#include <optional>
+
+namespace appkit {
+class MenuItem;
+class StatusItem;
+} // namespace appkit
+
+namespace perchly {
+
+/// Owns everything that the user sees: the main status item with its menu, and the browsers. Main thread.
+class StatusBarController : public appkit::PopoverDelegate,
+                            public BrowserViewControllerDelegate,
+                            public std::enable_shared_from_this<StatusBarController> {
+public:
+    [[nodiscard]] static std::shared_ptr<StatusBarController> create();
+
+    /// The status item's own click, where no menu takes it: shows the general browser, or closes the popover.
+    void statusBarButtonClicked();
+    void showBrowserWindow();
+    void openAppWebsite();
+    void quitApp();
+    void pinnedBookmarkClicked(appkit::MenuItem& sender);
+    void openInSystemBrowserClicked(appkit::MenuItem& sender);
+
+    /// Builds the menu anew from the store and attaches it to the status item.
+    void updateMenu();
+
+    /// Shows the bookmark's browser under the main status item as it is, without a reload.
+    void showBookmarkInPopover(const Bookmark& bookmark);
+
+    [[nodiscard]] const std::shared_ptr<appkit::StatusItem>& statusItem() const { return statusItem_; }
+    [[nodiscard]] BrowserSurfaces& surfaces() { return *surfaces_; }
+
+    void popoverDidClose() override;
+    void browserDidResize(BrowserViewController& controller, double width, double height) override;
+
+private:
+    StatusBarController() = default;
+    void start();
+    void setupStatusItem();
+    std::shared_ptr<BrowserViewController> showGeneralBrowser();
+    void bookmarksDidChange();
+    void settingsDidChange();
+
+    std::shared_ptr<appkit::StatusItem> statusItem_;
+    std::optional<BrowserSurfaces> surfaces_;
+    foundation::ObservationToken settingsObservation_;
+    foundation::ObservationToken bookmarksObservation_;
+};
+
+} // namespace perchly
