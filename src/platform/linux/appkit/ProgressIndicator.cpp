@@ -8,6 +8,7 @@ ProgressIndicator::ProgressIndicator()
     : View(makeNative(gtk_spinner_new))
 {
     gtk_widget_set_can_target(widgetOf(*this), FALSE);
+    gtk_widget_add_css_class(widgetOf(*this), "covering");
 }
 
 void ProgressIndicator::setStyle(ProgressIndicatorStyle /*style*/)

@@ -40,6 +40,7 @@ TextField::TextField()
     : View(makeNative(gtk_entry_new))
 {
     auto* entry = widgetOf(*this);
+    gtk_widget_add_css_class(entry, "rounded-bezel");
     auto* keys = gtk_event_controller_key_new();
     gtk_event_controller_set_propagation_phase(keys, GTK_PHASE_CAPTURE);
     gtk_widget_add_controller(entry, keys);
