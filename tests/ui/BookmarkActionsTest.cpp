@@ -1,0 +1,109 @@
+#include "bookmarks/Notifications.h"
+#include "platform/appkit/Alert.h"
+#include "platform/foundation/DispatchQueue.h"
+#include "ui/BrowserTest.h"
+
+namespace {
+
+/// The toolbar's three ways to make the page a bookmark.
+class BookmarkActionsTest : public BrowserTest {
+protected:
+    BookmarkActionsTest() { store(); }
+
+    [[nodiscard]] const perchly::Bookmark& lastBookmark() const { return store().bookmarks().back(); }
+
+    int announcements = 0;
+    foundation::ObservationToken observation = foundation::NotificationCenter::defaultCenter().addObserver(
+        perchly::notifications::bookmarksDidChange, [this] { ++announcements; });
+    const std::size_t countBefore = store().bookmarks().size();
+};
+
+TEST_F(BookmarkActionsTest, DoNothingWithoutAPage)
+{
+    toolbar().pinButton->performClick();
+    toolbar().menuButton->performClick();
+    toolbar().addBookmarkButton->performClick();
+
+    EXPECT_EQ(store().bookmarks().size(), countBefore);
+    EXPECT_EQ(announcements, 0);
+    EXPECT_EQ(appkit::Alert::running(), nullptr);
+}
+
+TEST_F(BookmarkActionsTest, PinningAPageMakesAPinnedBookmarkAndPinningAgainUnpinsIt)
+{
+    open("/");
+
+    toolbar().pinButton->performClick();
+
+    ASSERT_EQ(store().bookmarks().size(), countBefore + 1);
+    const perchly::Bookmark expected { .id = lastBookmark().id,
+        .title = "First",
+        .url = server.address("/"),
+        .isPinned = true,
+        .createdAt = lastBookmark().createdAt,
+        .isAlwaysOnTop = true };
+    EXPECT_EQ(lastBookmark(), expected);
+    EXPECT_EQ(toolbar().pinButton->image()->name(), "pin.fill");
+    EXPECT_FALSE(toolbar().addBookmarkButton->isEnabled());
+    EXPECT_EQ(announcements, 1);
+
+    toolbar().pinButton->performClick();
+
+    EXPECT_EQ(store().bookmarks().size(), countBefore + 1);
+    EXPECT_FALSE(lastBookmark().isPinned);
+    EXPECT_EQ(toolbar().pinButton->image()->name(), "pin");
+    EXPECT_EQ(announcements, 2);
+}
+
+TEST_F(BookmarkActionsTest, AddingAPageToTheMenuBarMakesABookmarkThatIsNotPinned)
+{
+    open("/");
+
+    toolbar().menuButton->performClick();
+
+    EXPECT_TRUE(lastBookmark().isAddedToMenuBar);
+    EXPECT_FALSE(lastBookmark().isPinned);
+    EXPECT_EQ(toolbar().menuButton->image()->name(), "minus.circle");
+    toolbar().menuButton->performClick();
+    EXPECT_FALSE(lastBookmark().isAddedToMenuBar);
+    EXPECT_EQ(store().bookmarks().size(), countBefore + 1);
+}
+
+TEST_F(BookmarkActionsTest, APageWithoutATitleIsNamedByItsAddress)
+{
+    server.setPage("/untitled", "<body>no title</body>");
+    open("/untitled");
+
+    toolbar().pinButton->performClick();
+
+    EXPECT_EQ(lastBookmark().title, server.address("/untitled"));
+}
+
+TEST_F(BookmarkActionsTest, AddingAPageSaysSoWhenTheButtonIsGreyAlready)
+{
+    open("/");
+    std::string message;
+    std::string details;
+    auto wasEnabled = true;
+    foundation::dispatchMainAsync([&] {
+        auto* alert = appkit::Alert::running();
+        ASSERT_NE(alert, nullptr);
+        message = alert->messageText;
+        details = alert->informativeText;
+        wasEnabled = toolbar().addBookmarkButton->isEnabled();
+        alert->performClick(0);
+    });
+
+    toolbar().addBookmarkButton->performClick();
+
+    EXPECT_EQ(message, "Bookmark Added");
+    EXPECT_EQ(details, "Saved: First");
+    EXPECT_FALSE(wasEnabled);
+    EXPECT_EQ(announcements, 1);
+    EXPECT_EQ(lastBookmark().url, server.address("/"));
+    EXPECT_FALSE(lastBookmark().isPinned);
+    EXPECT_FALSE(lastBookmark().isAddedToMenuBar);
+    EXPECT_EQ(appkit::Alert::running(), nullptr);
+}
+
+} // namespace
