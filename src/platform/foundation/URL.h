@@ -3,6 +3,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace foundation {
 
@@ -13,6 +14,12 @@ public:
     /// None when the text is no address: no scheme, no host after "//", blanks or other stray characters before
     /// the path, a port that is none, or a control character anywhere. "file:///" alone needs no host.
     [[nodiscard]] static std::optional<URL> parse(std::string_view text);
+
+    /// An address of the page engine's own, kept to the letter where parse() would encode more.
+    [[nodiscard]] static URL verbatim(std::string absoluteString, std::string host)
+    {
+        return { std::move(absoluteString), std::move(host) };
+    }
 
     [[nodiscard]] const std::string& absoluteString() const { return absoluteString_; }
 
