@@ -10,7 +10,11 @@ target_link_libraries(perchly_foundation PUBLIC PkgConfig::GIO)
 
 target_sources(perchly_platform PRIVATE
   linux/desktop/ConstraintView.cpp
-  linux/desktop/Toolkit.cpp)
+  linux/desktop/Toolkit.cpp
+  linux/webkit/EngineWidget.cpp
+  linux/webkit/MediaSilencer.cpp
+  linux/webkit/PageDialogs.cpp
+  linux/webkit/PageRecovery.cpp)
 target_include_directories(perchly_platform SYSTEM PRIVATE
   ${DRAWING_INCLUDE_DIRS} ${TOOLKIT_INCLUDE_DIRS} ${ENGINE_INCLUDE_DIRS})
 # The toolkit's own casts convert and shadow; headers that are not SYSTEM through pkg-config would warn.

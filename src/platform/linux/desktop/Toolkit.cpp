@@ -12,16 +12,6 @@
 namespace desktop {
 namespace {
 
-bool hasRenderNode()
-{
-    std::error_code ignored;
-    for (const auto& entry : std::filesystem::directory_iterator("/dev/dri", ignored)) {
-        if (entry.path().filename().string().starts_with("renderD"))
-            return true;
-    }
-    return false;
-}
-
 void chooseBackends()
 {
     // Only on X11 may a program place its windows and keep them above others; also through XWayland.
@@ -46,6 +36,16 @@ void addResources()
 }
 
 } // namespace
+
+bool hasRenderNode()
+{
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator("/dev/dri", ignored)) {
+        if (entry.path().filename().string().starts_with("renderD"))
+            return true;
+    }
+    return false;
+}
 
 bool isToolkitLoaded()
 {

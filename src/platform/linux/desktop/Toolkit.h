@@ -10,4 +10,7 @@ void loadToolkit();
 /// True where the windows of this program are X11 windows that it may place itself (also through XWayland).
 [[nodiscard]] bool isX11();
 
+/// True where there is a GPU to draw with; without one the plain renderers are the light ones.
+[[nodiscard]] bool hasRenderNode();
+
 } // namespace desktop

@@ -1,0 +1,42 @@
+#pragma once
+
+#include "platform/linux/desktop/GObject.h"
+
+#include <webkit/webkit.h>
+
+#include <deque>
+#include <memory>
+#include <vector>
+
+namespace webkit {
+
+/// Lets a page show its dialogs, which stop its scripts until they are answered, but not one after the other without
+/// end: those of a page that floods the user are answered with "cancel" unseen and slowly, until it is left.
+class PageDialogs {
+public:
+    explicit PageDialogs(WebKitWebView* page);
+
+    /// True while the page waits for an answer, and can't be left.
+    [[nodiscard]] bool isPageWaiting() const;
+
+    /// Answers the unseen dialog, if there is one.
+    void release();
+
+private:
+    struct Unref {
+        void operator()(WebKitScriptDialog* dialog) const { webkit_script_dialog_unref(dialog); }
+    };
+
+    bool answer(WebKitScriptDialog* dialog);
+    [[nodiscard]] bool isFlood();
+    void hold(WebKitScriptDialog* dialog);
+
+    WebKitWebView* page_;
+    bool isFlooding_ = false;
+    std::deque<gint64> latest_;
+    std::unique_ptr<WebKitScriptDialog, Unref> held_;
+    desktop::SourceHandle releaseLater_;
+    std::vector<desktop::SignalConnection> connections_;
+};
+
+} // namespace webkit

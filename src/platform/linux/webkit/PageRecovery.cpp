@@ -1,0 +1,101 @@
+#include "platform/linux/webkit/PageRecovery.h"
+
+#include <utility>
+
+namespace webkit {
+namespace {
+
+constexpr gint64 recentMicroseconds = 30 * G_USEC_PER_SEC;
+
+constexpr auto explanation = R"html(<!DOCTYPE html>
+<html><head><meta charset="utf-8"><meta name="color-scheme" content="light dark"><title>This page has stopped</title>
+<style>body { font: 15px/1.5 system-ui, sans-serif; margin: 20vh auto; max-width: 24em; padding: 0 1em }</style></head>
+<body><h3>This page has stopped</h3><p>It ended unexpectedly twice in a row. Reload tries it once more.</p></body></html>
+)html";
+
+} // namespace
+
+PageRecovery::PageRecovery(WebKitWebView* page)
+    : page_(page)
+    , dialogs_(page)
+{
+    connections_.push_back(desktop::connect<void(WebKitLoadEvent)>(
+        page_, "load-changed", [this](WebKitLoadEvent event) { loadChanged(event); }));
+    connections_.push_back(desktop::connect<void(GParamSpec*)>(
+        page_, "notify::is-web-process-responsive", [this](GParamSpec*) { responsivenessChanged(); }));
+    connections_.push_back(desktop::connect<void(WebKitWebProcessTerminationReason)>(
+        page_, "web-process-terminated", [this](WebKitWebProcessTerminationReason reason) { processDied(reason); }));
+}
+
+void PageRecovery::leave(std::function<void()> navigation)
+{
+    recentDeaths_ = 0;
+    later_.reset();
+    if (dialogs_.isPageWaiting())
+        endProcess();
+    // Kept for the case that the page turns out to hang: the engine knows after three seconds.
+    pending_ = navigation;
+    navigation();
+}
+
+void PageRecovery::loadChanged(WebKitLoadEvent event)
+{
+    if (event == WEBKIT_LOAD_COMMITTED) {
+        hasPage_ = true;
+        isRecovering_ = false;
+    }
+    if (event == WEBKIT_LOAD_COMMITTED || !webkit_web_view_is_loading(page_))
+        pending_ = nullptr;
+}
+
+void PageRecovery::responsivenessChanged()
+{
+    // Without a page the process is merely slow to start.
+    if (!pending_ || !hasPage_ || webkit_web_view_get_is_web_process_responsive(page_))
+        return;
+    later_ = desktop::callAfter(0, [this] {
+        const auto navigation = std::exchange(pending_, nullptr);
+        if (!navigation)
+            return;
+        endProcess();
+        navigation();
+    });
+}
+
+void PageRecovery::endProcess()
+{
+    dialogs_.release();
+    webkit_web_view_terminate_web_process(page_);
+}
+
+void PageRecovery::processDied(WebKitWebProcessTerminationReason reason)
+{
+    hasPage_ = false;
+    isRecovering_ = true;
+    if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API)
+        return;
+    const auto* address = webkit_web_view_get_uri(page_);
+    address_ = address ? address : "";
+    // Later, because the engine clears up after this signal.
+    later_ = desktop::callAfter(0, [this] { reloadOrExplain(); });
+}
+
+void PageRecovery::reloadOrExplain()
+{
+    const auto now = g_get_monotonic_time();
+    if (now - std::exchange(lastDeath_, now) > recentMicroseconds)
+        recentDeaths_ = 0;
+    ++recentDeaths_;
+    if (recentDeaths_ == 1)
+        webkit_web_view_load_uri(page_, address_.c_str());
+    else if (recentDeaths_ == 2)
+        explain();
+    // A third death is that of the explanation itself: nothing would help.
+}
+
+void PageRecovery::explain()
+{
+    webkit_web_view_load_alternate_html(page_, explanation, address_.c_str(), nullptr);
+}
+
+} // namespace webkit
