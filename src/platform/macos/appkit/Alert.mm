@@ -1,0 +1,66 @@
+#include "platform/appkit/Alert.h"
+
+#include "platform/macos/appkit/Conversions.h"
+
+namespace appkit {
+
+struct Alert::Native {
+    NSAlert* alert;
+    Alert* before;
+};
+
+namespace {
+
+Alert* runningAlert = nullptr;
+
+NSAlertStyle nativeStyle(AlertStyle style)
+{
+    switch (style) {
+    case AlertStyle::Warning:
+        return NSAlertStyleWarning;
+    case AlertStyle::Informational:
+        return NSAlertStyleInformational;
+    case AlertStyle::Critical:
+        return NSAlertStyleCritical;
+    }
+}
+
+NSAlert* makeAlert(const Alert& alert)
+{
+    NSAlert* native = [[NSAlert alloc] init];
+    native.messageText = nativeText(alert.messageText);
+    native.informativeText = nativeText(alert.informativeText);
+    native.alertStyle = nativeStyle(alert.style);
+    const auto titles = alert.buttonTitles.empty() ? std::vector<std::string> { "OK" } : alert.buttonTitles;
+    for (const auto& title : titles)
+        [native addButtonWithTitle:nativeText(title)];
+    return native;
+}
+
+} // namespace
+
+std::size_t Alert::runModal()
+{
+    Native native { makeAlert(*this), runningAlert };
+    native_ = &native;
+    runningAlert = this;
+    const NSModalResponse response = [native.alert runModal];
+    runningAlert = native.before;
+    native_ = nullptr;
+    // Another response says that the session was ended without an answer.
+    return response < NSAlertFirstButtonReturn ? native.alert.buttons.count - 1
+                                               : static_cast<std::size_t>(response - NSAlertFirstButtonReturn);
+}
+
+Alert* Alert::running()
+{
+    return runningAlert;
+}
+
+void Alert::performClick(std::size_t buttonIndex)
+{
+    if (native_)
+        [native_->alert.buttons[buttonIndex] performClick:nil];
+}
+
+} // namespace appkit

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "platform/foundation/Geometry.h"
+#include "platform/macos/foundation/Conversions.h"
+
+#import <AppKit/AppKit.h>
+
+namespace appkit {
+
+using foundation::nativeText;
+using foundation::textFrom;
+
+/// Nil, AppKit's "none", for the empty text.
+[[nodiscard]] inline NSString* nativeTextOrNone(std::string_view text)
+{
+    return text.empty() ? nil : nativeText(text);
+}
+
+[[nodiscard]] inline NSSize nativeSize(foundation::Size size)
+{
+    return NSMakeSize(size.width, size.height);
+}
+
+[[nodiscard]] inline foundation::Size sizeFrom(NSSize native)
+{
+    return { native.width, native.height };
+}
+
+[[nodiscard]] inline NSRect nativeRect(foundation::Rect rect)
+{
+    return NSMakeRect(rect.origin.x, rect.origin.y, rect.size.width, rect.size.height);
+}
+
+[[nodiscard]] inline foundation::Rect rectFrom(NSRect native)
+{
+    return { { native.origin.x, native.origin.y }, sizeFrom(native.size) };
+}
+
+} // namespace appkit

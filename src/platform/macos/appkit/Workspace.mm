@@ -1,0 +1,19 @@
+#include "platform/appkit/Workspace.h"
+
+#include "platform/foundation/URL.h"
+#include "platform/macos/appkit/Conversions.h"
+
+namespace appkit {
+
+Workspace& Workspace::sharedWorkspace()
+{
+    static Workspace workspace;
+    return workspace;
+}
+
+void Workspace::openURL(const foundation::URL& url)
+{
+    [NSWorkspace.sharedWorkspace openURL:[NSURL URLWithString:nativeText(url.absoluteString())]];
+}
+
+} // namespace appkit

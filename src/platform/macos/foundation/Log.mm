@@ -1,0 +1,12 @@
+#include "platform/foundation/Log.h"
+
+#include "platform/macos/foundation/Conversions.h"
+
+namespace foundation {
+
+void log(std::string_view line)
+{
+    NSLog(@"%@", nativeText(line));
+}
+
+} // namespace foundation
