@@ -3,7 +3,7 @@
 #include <chrono>
 #include <functional>
 
-namespace support {
+namespace perchly::test {
 
 /// Handles events until the condition holds; false when it did not within the time allowed.
 [[nodiscard]] bool waitUntil(
@@ -12,4 +12,4 @@ namespace support {
 /// Handles every event that is due already, and those that they cause at once.
 void handlePendingEvents();
 
-} // namespace support
+} // namespace perchly::test

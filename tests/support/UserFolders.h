@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-namespace support {
+namespace perchly::test {
 
 /// Fresh, empty folders for all that a program keeps for its user; removed at the end. Make one before anything asks
 /// where they are.
@@ -33,4 +33,4 @@ private:
     std::filesystem::path root_;
 };
 
-} // namespace support
+} // namespace perchly::test

@@ -38,7 +38,7 @@ TEST_F(BookmarkActionsTest, PinningAPageMakesAPinnedBookmarkAndPinningAgainUnpin
     ASSERT_EQ(store().bookmarks().size(), countBefore + 1);
     const perchly::Bookmark expected { .id = lastBookmark().id,
         .title = "First",
-        .url = server.address("/"),
+        .url = server.url("/"),
         .isPinned = true,
         .createdAt = lastBookmark().createdAt,
         .isAlwaysOnTop = true };
@@ -71,12 +71,12 @@ TEST_F(BookmarkActionsTest, AddingAPageToTheMenuBarMakesABookmarkThatIsNotPinned
 
 TEST_F(BookmarkActionsTest, APageWithoutATitleIsNamedByItsAddress)
 {
-    server.setPage("/untitled", "<body>no title</body>");
+    server.servePage("/untitled", "<body>no title</body>");
     open("/untitled");
 
     toolbar().pinButton->performClick();
 
-    EXPECT_EQ(lastBookmark().title, server.address("/untitled"));
+    EXPECT_EQ(lastBookmark().title, server.url("/untitled"));
 }
 
 TEST_F(BookmarkActionsTest, AddingAPageSaysSoWhenTheButtonIsGreyAlready)
@@ -100,7 +100,7 @@ TEST_F(BookmarkActionsTest, AddingAPageSaysSoWhenTheButtonIsGreyAlready)
     EXPECT_EQ(details, "Saved: First");
     EXPECT_FALSE(wasEnabled);
     EXPECT_EQ(announcements, 1);
-    EXPECT_EQ(lastBookmark().url, server.address("/"));
+    EXPECT_EQ(lastBookmark().url, server.url("/"));
     EXPECT_FALSE(lastBookmark().isPinned);
     EXPECT_FALSE(lastBookmark().isAddedToMenuBar);
     EXPECT_EQ(appkit::Alert::running(), nullptr);

@@ -12,6 +12,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -21,28 +22,28 @@ class BrowserTest : public testing::Test {
 protected:
     BrowserTest()
     {
-        server.setPage("/", "<title>First</title><body>first</body>");
-        server.setPage("/second", "<title>Second</title><body>second</body>");
+        server.servePage("/", "<title>First</title><body>first</body>");
+        server.servePage("/second", "<title>Second</title><body>second</body>");
     }
 
     /// Waits until the page of that path is there and the toolbar knows it.
     [[nodiscard]] bool showsPage(std::string_view path)
     {
-        const auto address = server.address(path);
-        return support::waitUntil([&] {
+        const auto address = server.url(path);
+        return perchly::test::waitUntil([&] {
             return !browser->webView()->isLoading() && browser->toolbar().urlTextField->stringValue() == address;
         });
     }
 
     void open(std::string_view path)
     {
-        browser->loadURLString(server.address(path), perchly::CurrentBookmark::Clear);
+        browser->loadURLString(server.url(path), perchly::CurrentBookmark::Clear);
         ASSERT_TRUE(showsPage(path));
     }
 
     [[nodiscard]] perchly::Bookmark bookmarkFor(std::string_view path) const
     {
-        return { .title = "A bookmark", .url = server.address(path) };
+        return { .title = "A bookmark", .url = server.url(path) };
     }
 
     [[nodiscard]] static perchly::BookmarkManager& store() { return perchly::BookmarkManager::shared(); }
@@ -54,6 +55,14 @@ protected:
         return url ? url->absoluteString() : "";
     }
 
+    /// The latest request for that path; there must be one.
+    [[nodiscard]] perchly::test::Request lastRequest(std::string_view path) const
+    {
+        const auto requests = server.requests();
+        const auto found = std::ranges::find(requests.rbegin(), requests.rend(), path, &perchly::test::Request::path);
+        return found == requests.rend() ? perchly::test::Request {} : *found;
+    }
+
     /// Types the text into the address field and presses Return.
     void enter(std::string_view text)
     {
@@ -61,8 +70,8 @@ protected:
         toolbar().urlTextField->doCommandBySelector("insertNewline:");
     }
 
-    support::UserFolders folders;
-    support::TestServer server;
+    perchly::test::UserFolders folders;
+    perchly::test::TestServer server;
     std::shared_ptr<perchly::BrowserViewController> browser = [] {
         auto made = std::make_shared<perchly::BrowserViewController>();
         made->loadViewIfNeeded();

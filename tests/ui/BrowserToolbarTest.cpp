@@ -57,7 +57,7 @@ TEST_F(BrowserToolbarTest, ShowsTheStateOfTheBookmarkOfThePage)
 
 TEST_F(BrowserToolbarTest, DoesNotMatchABookmarkThatDiffersByASlashOrByCase)
 {
-    server.setPage("/Page", "<title>Page</title>");
+    server.servePage("/Page", "<title>Page</title>");
     auto slash = bookmarkFor("/Page/");
     slash.isPinned = true;
     auto lowerCase = bookmarkFor("/page");
@@ -88,14 +88,14 @@ TEST_F(BrowserToolbarTest, ShowsTheFirstOfTwoBookmarksOfThePage)
 
 TEST_F(BrowserToolbarTest, SpinsOnlyWhileThePageLoads)
 {
-    server.holdPage("/slow", "<title>Slow</title>");
+    server.serve("/slow", { .body = "<title>Slow</title>", .hold = perchly::test::Hold::BeforeHead });
 
-    browser->loadURLString(server.address("/slow"), perchly::CurrentBookmark::Clear);
+    browser->loadURLString(server.url("/slow"), perchly::CurrentBookmark::Clear);
 
-    EXPECT_TRUE(support::waitUntil([&] { return !toolbar().progressIndicator->isHidden(); }));
+    EXPECT_TRUE(perchly::test::waitUntil([&] { return !toolbar().progressIndicator->isHidden(); }));
     server.release("/slow");
     EXPECT_TRUE(showsPage("/slow"));
-    EXPECT_TRUE(support::waitUntil([&] { return toolbar().progressIndicator->isHidden(); }));
+    EXPECT_TRUE(perchly::test::waitUntil([&] { return toolbar().progressIndicator->isHidden(); }));
 }
 
 TEST_F(BrowserToolbarTest, BackAndForwardFollowThePage)
@@ -108,7 +108,7 @@ TEST_F(BrowserToolbarTest, BackAndForwardFollowThePage)
     toolbar().backButton->performClick();
 
     EXPECT_TRUE(showsPage("/"));
-    EXPECT_TRUE(support::waitUntil([&] { return toolbar().forwardButton->isEnabled(); }));
+    EXPECT_TRUE(perchly::test::waitUntil([&] { return toolbar().forwardButton->isEnabled(); }));
     toolbar().forwardButton->performClick();
     EXPECT_TRUE(showsPage("/second"));
 }
@@ -119,7 +119,7 @@ TEST_F(BrowserToolbarTest, ReloadAsksForThePageAgain)
 
     toolbar().reloadButton->performClick();
 
-    EXPECT_TRUE(support::waitUntil([&] { return server.requestCount("/") == 2; }));
+    EXPECT_TRUE(perchly::test::waitUntil([&] { return server.requestCount("/") == 2; }));
 }
 
 } // namespace

@@ -41,7 +41,7 @@ TEST_F(NavigationTest, ScriptsAndFilesAreNeverRunOrShown)
     open("/");
     for (const auto* entry : { "javascript:document.title='ran'", "file:///etc/passwd", "data:text/html,ran" }) {
         enter(entry);
-        ASSERT_TRUE(support::waitUntil([&] { return !browser->webView()->isLoading(); })) << entry;
+        ASSERT_TRUE(perchly::test::waitUntil([&] { return !browser->webView()->isLoading(); })) << entry;
         EXPECT_EQ(browser->webView()->title(), "First") << entry;
     }
 }
@@ -52,8 +52,8 @@ TEST_F(NavigationTest, AnAddressThatDoesNotParseChangesNothing)
     for (const auto* entry : { "a host with blanks", "https://", "http://[::1", "host\x01name" }) {
         enter(entry);
         EXPECT_EQ(addressInField(), entry);
-        EXPECT_EQ(browser->lastVisitedURL(), server.address("/")) << entry;
-        EXPECT_EQ(pageAddress(), server.address("/")) << entry;
+        EXPECT_EQ(browser->lastVisitedURL(), server.url("/")) << entry;
+        EXPECT_EQ(pageAddress(), server.url("/")) << entry;
     }
 }
 
@@ -63,13 +63,13 @@ TEST_F(NavigationTest, EmptyTextInTheFieldLeavesThePage)
 
     enter(" \t ");
 
-    EXPECT_EQ(pageAddress(), server.address("/"));
+    EXPECT_EQ(pageAddress(), server.url("/"));
     EXPECT_FALSE(browser->webView()->isLoading());
 }
 
 TEST_F(NavigationTest, OnlyReturnNavigates)
 {
-    toolbar().urlTextField->setStringValue(server.address("/"));
+    toolbar().urlTextField->setStringValue(server.url("/"));
 
     for (const auto* command : { "cancelOperation:", "insertTab:", "moveUp:", "moveDown:" })
         EXPECT_FALSE(browser->controlDoCommandBySelector(*toolbar().urlTextField, command)) << command;
@@ -88,8 +88,8 @@ TEST_F(NavigationTest, BlankingThePageRemembersIt)
 
     enter("about:blank");
 
-    EXPECT_TRUE(support::waitUntil([&] { return pageAddress() == "about:blank"; }));
-    EXPECT_EQ(browser->lastVisitedURL(), server.address("/second"));
+    EXPECT_TRUE(perchly::test::waitUntil([&] { return pageAddress() == "about:blank"; }));
+    EXPECT_EQ(browser->lastVisitedURL(), server.url("/second"));
     browser->loadBookmark(bookmark);
     EXPECT_TRUE(showsPage("/second"));
 }
@@ -101,8 +101,8 @@ TEST_F(NavigationTest, BlankTextFromTheOwnerBlanksThePage)
     browser->loadURLString("  ", CurrentBookmark::Clear);
 
     EXPECT_EQ(addressInField(), "");
-    EXPECT_EQ(browser->lastVisitedURL(), server.address("/"));
-    EXPECT_TRUE(support::waitUntil([&] { return pageAddress() == "about:blank"; }));
+    EXPECT_EQ(browser->lastVisitedURL(), server.url("/"));
+    EXPECT_TRUE(perchly::test::waitUntil([&] { return pageAddress() == "about:blank"; }));
 }
 
 TEST_F(NavigationTest, ShowingABookmarkTwiceDoesNotReloadIt)
@@ -138,8 +138,8 @@ TEST_F(NavigationTest, ShowingABookmarkReturnsToWhereTheViewLastWas)
 
     browser->loadBookmark(bookmarkFor("/"));
 
-    EXPECT_EQ(pageAddress(), server.address("/second"));
-    EXPECT_EQ(browser->originalURL(), server.address("/"));
+    EXPECT_EQ(pageAddress(), server.url("/second"));
+    EXPECT_EQ(browser->originalURL(), server.url("/"));
     EXPECT_EQ(server.requestCount("/"), 0U);
 }
 
@@ -165,9 +165,9 @@ TEST_F(NavigationTest, APageIsAskedForUnderTheBookmarksUserAgent)
     browser->loadBookmark(bookmark);
 
     ASSERT_TRUE(showsPage("/"));
-    EXPECT_EQ(server.lastRequest("/").header("User-Agent"), "Test/1.0");
+    EXPECT_EQ(lastRequest("/").header("User-Agent"), "Test/1.0");
     open("/second");
-    EXPECT_EQ(server.lastRequest("/second").header("User-Agent"), "Test/1.0");
+    EXPECT_EQ(lastRequest("/second").header("User-Agent"), "Test/1.0");
     browser->loadBookmark(bookmarkFor("/"));
     EXPECT_EQ(browser->webView()->customUserAgent(), perchly::defaultUserAgent);
 }
@@ -178,7 +178,7 @@ TEST_F(NavigationTest, ATypedAddressMakesTheViewAFreePage)
     browser->loadBookmark(bookmark);
     EXPECT_EQ(browser->currentBookmarkId(), bookmark.id);
 
-    enter(server.address("/second"));
+    enter(server.url("/second"));
 
     EXPECT_EQ(browser->currentBookmarkId(), std::nullopt);
     EXPECT_TRUE(showsPage("/second"));
@@ -197,7 +197,7 @@ TEST_F(NavigationTest, HomeIsTheBookmarkShownLastEvenAfterATypedAddress)
 
 TEST_F(NavigationTest, HomeIsTheHomePageWithoutABookmark)
 {
-    foundation::UserDefaults::standard().setString(server.address("/"), perchly::preferences::homePageURL);
+    foundation::UserDefaults::standard().setString(server.url("/"), perchly::preferences::homePageURL);
 
     toolbar().homeButton->performClick();
 
@@ -217,7 +217,7 @@ TEST_F(NavigationTest, HomeDoesNothingWithoutABookmarkAndAHomePage)
 
 TEST_F(NavigationTest, ALinkToANewWindowOpensInTheSameView)
 {
-    server.setPage("/link", "<title>Link</title><a id=a target=_blank href='/second'>new</a>");
+    server.servePage("/link", "<title>Link</title><a id=a target=_blank href='/second'>new</a>");
     open("/link");
 
     browser->webView()->evaluateJavaScript("document.getElementById('a').click()", [](const auto&) {});
@@ -233,7 +233,7 @@ TEST_F(NavigationTest, AFailedLoadLeavesThePage)
 
     enter("http://127.0.0.1:9");
 
-    EXPECT_TRUE(support::waitUntil([&] { return !browser->webView()->isLoading(); }));
+    EXPECT_TRUE(perchly::test::waitUntil([&] { return !browser->webView()->isLoading(); }));
     EXPECT_TRUE(showsPage("/"));
     EXPECT_EQ(browser->webView()->title(), "First");
     EXPECT_FALSE(browser->webView()->canGoBack());

@@ -14,7 +14,7 @@ using testing::ElementsAre;
 
 class StartUpTest : public testing::Test {
 protected:
-    support::UserFolders folders;
+    perchly::test::UserFolders folders;
     std::shared_ptr<perchly::AppDelegate> delegate = std::make_shared<perchly::AppDelegate>();
     appkit::Application& application = appkit::Application::sharedApplication();
 };
@@ -31,7 +31,7 @@ TEST_F(StartUpTest, SetUpMakesAnAccessoryWithAStatusItem)
 {
     delegate->applicationDidFinishLaunching();
 
-    ASSERT_TRUE(support::waitUntil([&] { return delegate->statusBarController() != nullptr; }));
+    ASSERT_TRUE(perchly::test::waitUntil([&] { return delegate->statusBarController() != nullptr; }));
     EXPECT_EQ(application.activationPolicy(), appkit::ActivationPolicy::Accessory);
     EXPECT_NE(delegate->statusBarController()->statusItem()->menu(), nullptr);
 }
@@ -39,7 +39,7 @@ TEST_F(StartUpTest, SetUpMakesAnAccessoryWithAStatusItem)
 TEST_F(StartUpTest, TheMainMenuHoldsTheEditingCommandsForTheFirstResponder)
 {
     delegate->applicationDidFinishLaunching();
-    ASSERT_TRUE(support::waitUntil([&] { return application.mainMenu() != nullptr; }));
+    ASSERT_TRUE(perchly::test::waitUntil([&] { return application.mainMenu() != nullptr; }));
 
     ASSERT_EQ(application.mainMenu()->items().size(), 1U);
     const auto& edit = *application.mainMenu()->items().front()->submenu();

@@ -26,8 +26,8 @@ class StatusBarControllerTest : public testing::Test {
 protected:
     StatusBarControllerTest()
     {
-        server.setPage("/", "<title>Home</title><body>home</body>");
-        server.setPage("/bookmark", "<title>Bookmark</title><body>bookmark</body>");
+        server.servePage("/", "<title>Home</title><body>home</body>");
+        server.servePage("/bookmark", "<title>Bookmark</title><body>bookmark</body>");
     }
 
     void setHomePage(std::string_view address)
@@ -59,23 +59,23 @@ protected:
 
     [[nodiscard]] bool showsPage(std::string_view path) const
     {
-        return support::waitUntil([&] {
+        return perchly::test::waitUntil([&] {
             const auto browser = shownBrowser();
             return popover().isShown() && browser && !browser->webView()->isLoading() && browser->webView()->url()
-                && browser->webView()->url()->absoluteString() == server.address(path);
+                && browser->webView()->url()->absoluteString() == server.url(path);
         });
     }
 
     Bookmark addPinnedBookmark()
     {
-        Bookmark bookmark { .title = "Pinned here", .url = server.address("/bookmark"), .isPinned = true };
+        Bookmark bookmark { .title = "Pinned here", .url = server.url("/bookmark"), .isPinned = true };
         BookmarkManager::shared().addBookmark(bookmark);
         NotificationCenter::defaultCenter().post(perchly::notifications::bookmarksDidChange);
         return bookmark;
     }
 
-    support::UserFolders folders;
-    support::TestServer server;
+    perchly::test::UserFolders folders;
+    perchly::test::TestServer server;
     std::shared_ptr<perchly::StatusBarController> controller = perchly::StatusBarController::create();
 };
 
@@ -110,7 +110,7 @@ TEST_F(StatusBarControllerTest, WindowsThatDoNotExistYetAreDisabledRows)
 
 TEST_F(StatusBarControllerTest, OpenBrowserShowsTheHomePageAt600By700)
 {
-    setHomePage(server.address("/"));
+    setHomePage(server.url("/"));
 
     row("Open Browser").performAction();
 
@@ -121,7 +121,7 @@ TEST_F(StatusBarControllerTest, OpenBrowserShowsTheHomePageAt600By700)
 
 TEST_F(StatusBarControllerTest, OpenBrowserTwiceLeavesThePopoverOpenAndThePageAlone)
 {
-    setHomePage(server.address("/"));
+    setHomePage(server.url("/"));
     row("Open Browser").performAction();
     ASSERT_TRUE(showsPage("/"));
 
@@ -137,7 +137,7 @@ TEST_F(StatusBarControllerTest, OpenBrowserLoadsTheHomePageIntoABlankBrowser)
     row("Open Browser").performAction();
     ASSERT_TRUE(popover().isShown());
     EXPECT_EQ(server.requestCount("/"), 0U);
-    setHomePage(server.address("/"));
+    setHomePage(server.url("/"));
 
     row("Open Browser").performAction();
 
@@ -156,28 +156,28 @@ TEST_F(StatusBarControllerTest, AHomePageThatIsEmptyIsNone)
 
 TEST_F(StatusBarControllerTest, TheItemsOwnClickShowsTheBrowserAndClosesIt)
 {
-    setHomePage(server.address("/"));
+    setHomePage(server.url("/"));
     controller->statusItem()->button()->performClick();
     ASSERT_TRUE(showsPage("/"));
-    EXPECT_TRUE(support::waitUntil([&] {
+    EXPECT_TRUE(perchly::test::waitUntil([&] {
         const auto window = shownBrowser()->view()->window();
         return window && window->isKeyWindow();
     }));
 
     controller->statusItem()->button()->performClick();
 
-    EXPECT_TRUE(support::waitUntil([&] { return !popover().isShown(); }));
+    EXPECT_TRUE(perchly::test::waitUntil([&] { return !popover().isShown(); }));
 }
 
 TEST_F(StatusBarControllerTest, ClosingThePopoverKeepsThePageForTheNextTime)
 {
-    setHomePage(server.address("/"));
+    setHomePage(server.url("/"));
     row("Open Browser").performAction();
     ASSERT_TRUE(showsPage("/"));
     const auto browser = shownBrowser();
 
     popover().performClose();
-    ASSERT_TRUE(support::waitUntil([&] { return popover().contentViewController() == nullptr; }));
+    ASSERT_TRUE(perchly::test::waitUntil([&] { return popover().contentViewController() == nullptr; }));
     row("Open Browser").performAction();
 
     EXPECT_TRUE(showsPage("/"));
@@ -187,16 +187,16 @@ TEST_F(StatusBarControllerTest, ClosingThePopoverKeepsThePageForTheNextTime)
 
 TEST_F(StatusBarControllerTest, ClosingThePopoverStopsTheLoad)
 {
-    server.holdPage("/slow", "<title>Slow</title>");
-    setHomePage(server.address("/slow"));
+    server.serve("/slow", { .body = "<title>Slow</title>", .hold = perchly::test::Hold::BeforeHead });
+    setHomePage(server.url("/slow"));
     row("Open Browser").performAction();
-    ASSERT_TRUE(support::waitUntil([&] { return server.requestCount("/slow") == 1; }));
+    ASSERT_TRUE(perchly::test::waitUntil([&] { return server.requestCount("/slow") == 1; }));
     const auto browser = shownBrowser();
     ASSERT_TRUE(browser->webView()->isLoading());
 
     popover().performClose();
 
-    EXPECT_TRUE(support::waitUntil([&] { return !browser->webView()->isLoading(); }));
+    EXPECT_TRUE(perchly::test::waitUntil([&] { return !browser->webView()->isLoading(); }));
     server.release("/slow");
 }
 
@@ -225,7 +225,7 @@ TEST_F(StatusBarControllerTest, APinnedBookmarkThatReloadsOnOpenIsLoadedAgain)
 
     row("Pinned here").performAction();
 
-    EXPECT_TRUE(support::waitUntil([&] { return server.requestCount("/bookmark") == 2; }));
+    EXPECT_TRUE(perchly::test::waitUntil([&] { return server.requestCount("/bookmark") == 2; }));
 }
 
 TEST_F(StatusBarControllerTest, ABookmarkFromTheListIsShownWithoutAReload)
@@ -243,7 +243,7 @@ TEST_F(StatusBarControllerTest, ABookmarkFromTheListIsShownWithoutAReload)
 
 TEST_F(StatusBarControllerTest, ABookmarkCalledGeneralSharesTheGeneralBrowser)
 {
-    const Bookmark bookmark { .id = "general", .url = server.address("/bookmark") };
+    const Bookmark bookmark { .id = "general", .url = server.url("/bookmark") };
 
     controller->showBookmarkInPopover(bookmark);
 
@@ -266,14 +266,14 @@ TEST_F(StatusBarControllerTest, ANewHomePageIsLoadedIntoTheGeneralBrowserOnly)
     NotificationCenter::defaultCenter().post(perchly::notifications::settingsDidChange);
     EXPECT_EQ(controller->surfaces().generalBrowserViewController(), nullptr);
     row("Open Browser").performAction();
-    setHomePage(server.address("/"));
+    setHomePage(server.url("/"));
 
     NotificationCenter::defaultCenter().post(perchly::notifications::settingsDidChange);
 
     EXPECT_TRUE(showsPage("/"));
     UserDefaults::standard().removeObjectForKey(perchly::preferences::homePageURL);
     NotificationCenter::defaultCenter().post(perchly::notifications::settingsDidChange);
-    EXPECT_TRUE(support::waitUntil([&] { return shownBrowser()->showsBlankPage(); }));
+    EXPECT_TRUE(perchly::test::waitUntil([&] { return shownBrowser()->showsBlankPage(); }));
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 
 #include <glib.h>
 
-namespace support {
+namespace perchly::test {
 
 bool waitUntil(const std::function<bool()>& condition, std::chrono::milliseconds deadline)
 {
@@ -24,4 +24,4 @@ void handlePendingEvents()
     while (g_main_context_iteration(nullptr, FALSE)) { }
 }
 
-} // namespace support
+} // namespace perchly::test

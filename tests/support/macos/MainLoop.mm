@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-namespace support {
+namespace perchly::test {
 namespace {
 
 void handleNextEvent(NSDate* until)
@@ -35,4 +35,4 @@ void handlePendingEvents()
     handleNextEvent(NSDate.distantPast);
 }
 
-} // namespace support
+} // namespace perchly::test
