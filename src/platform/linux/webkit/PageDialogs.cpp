@@ -11,6 +11,26 @@ constexpr gint64 floodMicroseconds = 10 * G_USEC_PER_SEC;
 /// An unseen dialog answered at once would be a loop of messages that takes two processors.
 constexpr unsigned holdMilliseconds = 250;
 
+template <class Matches>
+GtkWidget* findDescendant(GtkWidget* widget, const Matches& matches)
+{
+    for (auto* child = gtk_widget_get_first_child(widget); child; child = gtk_widget_get_next_sibling(child)) {
+        if (matches(child))
+            return child;
+        if (auto* found = findDescendant(child, matches))
+            return found;
+    }
+    return nullptr;
+}
+
+/// The dialog that the engine shows in the view, or null. It tells nobody when that is answered, but then it goes.
+GtkWidget* shownDialog(WebKitWebView* page)
+{
+    return findDescendant(GTK_WIDGET(page), [](GtkWidget* widget) {
+        return std::string_view(G_OBJECT_TYPE_NAME(widget)).find("ScriptDialog") != std::string_view::npos;
+    });
+}
+
 } // namespace
 
 PageDialogs::PageDialogs(WebKitWebView* page)
@@ -30,15 +50,17 @@ PageDialogs::PageDialogs(WebKitWebView* page)
 
 bool PageDialogs::isPageWaiting() const
 {
-    if (held_)
-        return true;
-    // The engine tells nobody when its dialog is answered, but then the widget goes.
-    for (auto* child = gtk_widget_get_first_child(GTK_WIDGET(page_)); child;
-         child = gtk_widget_get_next_sibling(child)) {
-        if (std::string_view(G_OBJECT_TYPE_NAME(child)).find("ScriptDialog") != std::string_view::npos)
-            return true;
+    return held_ || shownDialog(page_);
+}
+
+void PageDialogs::dismiss()
+{
+    release();
+    // The engine would leave its dialog up, even over the next page.
+    if (auto* dialog = shownDialog(page_)) {
+        if (auto* button = findDescendant(dialog, [](GtkWidget* widget) { return GTK_IS_BUTTON(widget); }))
+            g_signal_emit_by_name(button, "clicked");
     }
-    return false;
 }
 
 /// True for a dialog that the engine need not show.

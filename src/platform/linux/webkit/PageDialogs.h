@@ -19,8 +19,8 @@ public:
     /// True while the page waits for an answer, and can't be left.
     [[nodiscard]] bool isPageWaiting() const;
 
-    /// Answers the unseen dialog, if there is one.
-    void release();
+    /// Takes the dialog away, seen or unseen: nobody needs the answer any more.
+    void dismiss();
 
 private:
     struct Unref {
@@ -30,6 +30,7 @@ private:
     bool answer(WebKitScriptDialog* dialog);
     [[nodiscard]] bool isFlood();
     void hold(WebKitScriptDialog* dialog);
+    void release();
 
     WebKitWebView* page_;
     bool isFlooding_ = false;

@@ -32,7 +32,7 @@ void PageRecovery::leave(std::function<void()> navigation)
     recentDeaths_ = 0;
     later_.reset();
     if (dialogs_.isPageWaiting())
-        endProcess();
+        webkit_web_view_terminate_web_process(page_);
     // Kept for the case that the page turns out to hang: the engine knows after three seconds.
     pending_ = navigation;
     navigation();
@@ -57,21 +57,16 @@ void PageRecovery::responsivenessChanged()
         const auto navigation = std::exchange(pending_, nullptr);
         if (!navigation)
             return;
-        endProcess();
+        webkit_web_view_terminate_web_process(page_);
         navigation();
     });
-}
-
-void PageRecovery::endProcess()
-{
-    dialogs_.release();
-    webkit_web_view_terminate_web_process(page_);
 }
 
 void PageRecovery::processDied(WebKitWebProcessTerminationReason reason)
 {
     hasPage_ = false;
     isRecovering_ = true;
+    dialogs_.dismiss();
     if (reason == WEBKIT_WEB_PROCESS_TERMINATED_BY_API)
         return;
     const auto* address = webkit_web_view_get_uri(page_);
@@ -87,10 +82,19 @@ void PageRecovery::reloadOrExplain()
         recentDeaths_ = 0;
     ++recentDeaths_;
     if (recentDeaths_ == 1)
-        webkit_web_view_load_uri(page_, address_.c_str());
+        loadAgain();
     else if (recentDeaths_ == 2)
         explain();
     // A third death is that of the explanation itself: nothing would help.
+}
+
+void PageRecovery::loadAgain()
+{
+    // A reload adds nothing to the history, but needs a page that got that far.
+    if (webkit_back_forward_list_get_current_item(webkit_web_view_get_back_forward_list(page_)))
+        webkit_web_view_reload(page_);
+    else
+        webkit_web_view_load_uri(page_, address_.c_str());
 }
 
 void PageRecovery::explain()

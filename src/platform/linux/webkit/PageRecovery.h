@@ -28,7 +28,7 @@ private:
     void responsivenessChanged();
     void processDied(WebKitWebProcessTerminationReason reason);
     void reloadOrExplain();
-    void endProcess();
+    void loadAgain();
     void explain();
 
     WebKitWebView* page_;
