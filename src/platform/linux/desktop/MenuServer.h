@@ -26,7 +26,8 @@ public:
         std::function<void()> hasOpened;
     };
 
-    [[nodiscard]] static std::shared_ptr<MenuServer> create(GDBusConnection* connection, std::string path, Source source);
+    [[nodiscard]] static std::shared_ptr<MenuServer> create(
+        GDBusConnection* connection, std::string path, Source source);
 
     /// Tells the hosts what has changed, in a later turn of the main loop: many changes make one message.
     void rowsChanged();

@@ -55,8 +55,8 @@ std::vector<std::int32_t> MenuTree::place(
     std::vector<std::int32_t> ids;
     auto unused = formerIds;
     for (auto& row : rows) {
-        const auto match = std::find_if(
-            unused.begin(), unused.end(), [&](auto id) { return isSameRow(former.at(id).row, row); });
+        const auto match
+            = std::find_if(unused.begin(), unused.end(), [&](auto id) { return isSameRow(former.at(id).row, row); });
         const auto id = match == unused.end() ? nextId_++ : *match;
         if (match != unused.end())
             unused.erase(match);
@@ -76,8 +76,8 @@ void MenuTree::placeRow(std::int32_t id, MenuRow row, Nodes& former, MenuChange&
             change.rows.push_back({ id, std::move(properties) });
     }
     auto rows = std::exchange(row.children, {});
-    auto children = place(
-        std::move(rows), before == former.end() ? std::vector<std::int32_t> {} : before->second.children, former, change);
+    auto children = place(std::move(rows),
+        before == former.end() ? std::vector<std::int32_t> {} : before->second.children, former, change);
     nodes_[id] = { std::move(row), std::move(children) };
 }
 
