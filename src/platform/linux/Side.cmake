@@ -9,6 +9,15 @@ include(LateBinding)
 target_link_libraries(perchly_foundation PUBLIC PkgConfig::GIO)
 
 target_sources(perchly_platform PRIVATE
+  linux/appkit/MenuRows.cpp
+  linux/desktop/ExportedObject.cpp
+  linux/desktop/MenuInterface.cpp
+  linux/desktop/MenuServer.cpp
+  linux/desktop/MenuTree.cpp
+  linux/desktop/Picture.cpp
+  linux/desktop/Pointer.cpp
+  linux/desktop/StatusNotifierItem.cpp
+  linux/desktop/StatusNotifierWatcher.cpp
   linux/desktop/ConstraintView.cpp
   linux/desktop/Toolkit.cpp
   linux/webkit/EngineWidget.cpp
@@ -26,3 +35,12 @@ add_late_binding(perchly_platform
   DRAWING rsvg-2 cairo gdk_pixbuf-2.0 pango-1.0 pangocairo-1.0
   TOOLKIT gtk-4 graphene-1.0 X11
   ENGINE webkitgtk-6.0 javascriptcoregtk-6.0 soup-3.0)
+
+# Pictures of status items and menu rows are drawn by a program of their own, so that an idle process stays light.
+pkg_check_modules(PICTURES REQUIRED IMPORTED_TARGET librsvg-2.0 pangocairo)
+add_executable(perchly-draw linux/desktop/PictureDrawer.cpp)
+target_link_libraries(perchly-draw PRIVATE PkgConfig::PICTURES)
+set_target_properties(perchly-draw PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/libexec/perchly)
+install(TARGETS perchly-draw DESTINATION libexec/perchly)
+# Not linked, but nothing shows a picture without it.
+add_dependencies(perchly_platform perchly-draw)
