@@ -1,0 +1,57 @@
+#include "platform/linux/appkit/MenuRows.h"
+
+#include "platform/linux/appkit/ImageNative.h"
+
+namespace appkit {
+namespace {
+
+desktop::MenuRow separator()
+{
+    desktop::MenuRow row;
+    row.kind = desktop::MenuRow::Kind::Separator;
+    return row;
+}
+
+desktop::MenuRow openRow(const desktop::MenuRow& parent)
+{
+    desktop::MenuRow row;
+    row.key = "open";
+    row.label = "Open";
+    row.enabled = parent.enabled;
+    row.activate = parent.activate;
+    return row;
+}
+
+desktop::MenuRow menuRow(const std::shared_ptr<MenuItem>& item)
+{
+    if (item->isSeparator())
+        return separator();
+    desktop::MenuRow row;
+    row.key = item->action().name() + '\n' + item->title();
+    row.label = item->title();
+    row.enabled = item->isEnabled();
+    row.shortcut = item->keyEquivalent();
+    if (item->image())
+        row.icon = pictureOf(*item->image());
+    if (item->action())
+        row.activate = [item] { item->performAction(); };
+    if (!item->submenu())
+        return row;
+    row.opensSubmenu = true;
+    row.children = menuRows(*item->submenu());
+    if (item->action())
+        row.children.insert(row.children.begin(), openRow(row));
+    return row;
+}
+
+} // namespace
+
+std::vector<desktop::MenuRow> menuRows(const Menu& menu)
+{
+    std::vector<desktop::MenuRow> rows;
+    for (const auto& item : menu.items())
+        rows.push_back(menuRow(item));
+    return rows;
+}
+
+} // namespace appkit

@@ -1,0 +1,197 @@
+#include "platform/linux/appkit/StatusItemNative.h"
+
+#include "platform/foundation/DispatchQueue.h"
+#include "platform/foundation/Log.h"
+#include "platform/linux/appkit/ImageNative.h"
+#include "platform/linux/appkit/MenuRows.h"
+#include "platform/linux/appkit/StatusBarButtonNative.h"
+#include "platform/linux/desktop/Environment.h"
+#include "platform/linux/desktop/Pointer.h"
+
+namespace appkit {
+namespace {
+
+constexpr const char* title = "Perchly";
+
+/// Cinnamon lets a click open the menu of items below this path; everywhere else it is a path like any other.
+constexpr const char* menuItemPath = "/org/ayatana/NotificationItem/perchly";
+constexpr const char* clickItemPath = "/StatusNotifierItem";
+constexpr const char* menuPath = "/MenuBar";
+
+/// These show an item's menu on a left click only by way of Activate; others see its absence and open the menu.
+bool needsActivate()
+{
+    const auto desktops = desktop::environment("XDG_CURRENT_DESKTOP");
+    return desktop::namesDesktop(desktops, "LXQt") || desktop::namesDesktop(desktops, "MATE");
+}
+
+void logOnce(const std::string& line)
+{
+    static bool logged = false;
+    if (!std::exchange(logged, true))
+        foundation::log(line);
+}
+
+desktop::GLibPointer<> sessionBusAddress()
+{
+    desktop::ErrorPointer error;
+    desktop::GLibPointer<> address(g_dbus_address_get_for_bus_sync(G_BUS_TYPE_SESSION, nullptr, error.out()));
+    if (!address)
+        logOnce("StatusBar - There is no session bus, hence no status item: " + error.message());
+    return address;
+}
+
+} // namespace
+
+StatusItem::Native::Native(std::string itemId)
+    : id(std::move(itemId))
+{
+    connect();
+}
+
+StatusItem::Native::~Native()
+{
+    disconnect();
+}
+
+void StatusItem::Native::connect()
+{
+    const auto address = sessionBusAddress();
+    if (!address)
+        return;
+    connecting_ = desktop::adopt(g_cancellable_new());
+    const auto connected = +[](GObject*, GAsyncResult* result, gpointer data) {
+        desktop::ErrorPointer error;
+        auto* connection = g_dbus_connection_new_for_address_finish(result, error.out());
+        // Cancelled: the status item is gone.
+        if (error.matches(G_IO_ERROR, G_IO_ERROR_CANCELLED))
+            return;
+        if (!connection)
+            return logOnce("StatusBar - The session bus cannot be reached, hence no status item: " + error.message());
+        auto* self = static_cast<Native*>(data);
+        self->connection_ = desktop::adopt(connection);
+        self->exportItem();
+    };
+    constexpr auto flags = static_cast<GDBusConnectionFlags>(
+        G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT | G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
+    g_dbus_connection_new_for_address(address.get(), flags, nullptr, connecting_.get(), connected, this);
+}
+
+void StatusItem::Native::disconnect()
+{
+    if (connecting_)
+        g_cancellable_cancel(connecting_.get());
+    watcher_.reset();
+    item_.reset();
+    menuServer_.reset();
+    if (connection_)
+        g_dbus_connection_close(connection_.get(), nullptr, nullptr, nullptr);
+    connection_.reset();
+}
+
+/// Comes in a later turn of the main loop than the item's making, when its picture and menu are set.
+void StatusItem::Native::exportItem()
+{
+    const auto options = configuration();
+    menuServer_ = desktop::MenuServer::create(connection_.get(), options.menuPath,
+        { [this] { return rows(); }, nullptr, [this] { button->native().lastClick = desktop::pointerPosition(); } });
+    item_ = desktop::StatusNotifierItem::create(
+        connection_.get(), options, appearance(), [this](auto place) { clicked(place); });
+    button->native().changed = [this] { appearanceChanged(); };
+    const std::string service = menu ? options.path : g_dbus_connection_get_unique_name(connection_.get());
+    watcher_ = std::make_unique<desktop::StatusNotifierWatcher>(connection_.get(), service);
+}
+
+desktop::StatusNotifierItem::Configuration StatusItem::Native::configuration() const
+{
+    if (menu)
+        return { menuItemPath, id, title, menuPath, true, needsActivate() };
+    return { clickItemPath, id, title, menuPath, false, true };
+}
+
+desktop::StatusNotifierItem::Appearance StatusItem::Native::appearance() const
+{
+    const auto& image = button->image();
+    if (image && image->isTemplate() && !image->native().iconName.empty() && !iconFolder().empty())
+        return { image->native().iconName, iconFolder(), button->title(), pictureOf(*image) };
+    if (image)
+        return { {}, {}, button->title(), pictureOf(*image) };
+    if (button->title().empty())
+        return {};
+    using Subject = desktop::Picture::Subject;
+    return { {}, {}, button->title(),
+        desktop::Picture::of({ Subject::Kind::Text, button->title(), desktop::templateColour }) };
+}
+
+/// The menu of an item without one stands for the click: some hosts open it on a click, and none shows an item whose
+/// menu is empty.
+std::vector<desktop::MenuRow> StatusItem::Native::rows() const
+{
+    if (menu && !menu->items().empty())
+        return menuRows(*menu);
+    desktop::MenuRow open;
+    open.key = "open";
+    open.label = "Open";
+    open.activate = [weak = std::weak_ptr(button)] {
+        if (auto clickable = weak.lock())
+            clickable->performClick();
+    };
+    return { std::move(open) };
+}
+
+void StatusItem::Native::appearanceChanged()
+{
+    item_->setAppearance(appearance());
+}
+
+void StatusItem::Native::clicked(std::optional<std::pair<int, int>> place)
+{
+    const auto pointer = desktop::pointerPosition();
+    button->native().lastClick = pointer ? pointer : place;
+    foundation::dispatchMainAsync([weak = std::weak_ptr(button)] {
+        if (auto clickable = weak.lock())
+            clickable->performClick();
+    });
+}
+
+void StatusItem::Native::setMenu(std::shared_ptr<Menu> newMenu)
+{
+    const bool hadMenu = menu != nullptr;
+    menu = std::move(newMenu);
+    if (!menuServer_)
+        return;
+    if (hadMenu == (menu != nullptr))
+        return menuServer_->rowsChanged();
+    // Hosts learn only once whether an item is a menu.
+    disconnect();
+    connect();
+}
+
+StatusItem::StatusItem(std::unique_ptr<Native> native)
+    : native_(std::move(native))
+{
+    native_->button
+        = std::shared_ptr<StatusBarButton>(new StatusBarButton(std::make_unique<StatusBarButton::Native>()));
+}
+
+StatusItem::~StatusItem()
+{
+    native_->button->native().changed = nullptr;
+}
+
+std::shared_ptr<StatusBarButton> StatusItem::button() const
+{
+    return native_->button;
+}
+
+void StatusItem::setMenu(std::shared_ptr<Menu> menu)
+{
+    native_->setMenu(std::move(menu));
+}
+
+std::shared_ptr<Menu> StatusItem::menu() const
+{
+    return native_->menu;
+}
+
+} // namespace appkit

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "platform/appkit/StatusItem.h"
+#include "platform/linux/desktop/GObject.h"
+#include "platform/linux/desktop/MenuServer.h"
+#include "platform/linux/desktop/StatusNotifierItem.h"
+#include "platform/linux/desktop/StatusNotifierWatcher.h"
+
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace appkit {
+
+/// A status item on the bus: a connection of its own (to close it is the only way to take the item back), and on it
+/// the item, its menu and its registration.
+struct StatusItem::Native {
+    explicit Native(std::string itemId);
+    ~Native();
+    Native(const Native&) = delete;
+    Native& operator=(const Native&) = delete;
+
+    void setMenu(std::shared_ptr<Menu> newMenu);
+
+    std::string id;
+    std::shared_ptr<StatusBarButton> button;
+    std::shared_ptr<Menu> menu;
+
+private:
+    void connect();
+    void disconnect();
+    void exportItem();
+    void appearanceChanged();
+    void clicked(std::optional<std::pair<int, int>> place);
+
+    [[nodiscard]] desktop::StatusNotifierItem::Configuration configuration() const;
+    [[nodiscard]] desktop::StatusNotifierItem::Appearance appearance() const;
+    [[nodiscard]] std::vector<desktop::MenuRow> rows() const;
+
+    desktop::ObjectPointer<GCancellable> connecting_;
+    desktop::ObjectPointer<GDBusConnection> connection_;
+    std::shared_ptr<desktop::MenuServer> menuServer_;
+    std::shared_ptr<desktop::StatusNotifierItem> item_;
+    std::unique_ptr<desktop::StatusNotifierWatcher> watcher_;
+};
+
+} // namespace appkit

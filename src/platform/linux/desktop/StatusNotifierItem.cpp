@@ -1,0 +1,207 @@
+#include "platform/linux/desktop/StatusNotifierItem.h"
+
+#include "platform/linux/desktop/Picture.h"
+
+namespace desktop {
+namespace {
+
+constexpr const char* interfaceHead = R"xml(
+<node>
+  <interface name="org.kde.StatusNotifierItem">)xml";
+
+constexpr const char* activateMethod = R"xml(
+    <method name="Activate">
+      <arg name="x" type="i" direction="in"/>
+      <arg name="y" type="i" direction="in"/>
+    </method>)xml";
+
+constexpr const char* interfaceBody = R"xml(
+    <property name="Category" type="s" access="read"/>
+    <property name="Id" type="s" access="read"/>
+    <property name="Title" type="s" access="read"/>
+    <property name="Status" type="s" access="read"/>
+    <property name="WindowId" type="i" access="read"/>
+    <property name="IconThemePath" type="s" access="read"/>
+    <property name="Menu" type="o" access="read"/>
+    <property name="ItemIsMenu" type="b" access="read"/>
+    <property name="IconName" type="s" access="read"/>
+    <property name="IconPixmap" type="a(iiay)" access="read"/>
+    <property name="OverlayIconName" type="s" access="read"/>
+    <property name="OverlayIconPixmap" type="a(iiay)" access="read"/>
+    <property name="AttentionIconName" type="s" access="read"/>
+    <property name="AttentionIconPixmap" type="a(iiay)" access="read"/>
+    <property name="AttentionMovieName" type="s" access="read"/>
+    <property name="ToolTip" type="(sa(iiay)ss)" access="read"/>
+    <property name="XAyatanaLabel" type="s" access="read"/>
+    <property name="XAyatanaLabelGuide" type="s" access="read"/>
+    <method name="SecondaryActivate">
+      <arg name="x" type="i" direction="in"/>
+      <arg name="y" type="i" direction="in"/>
+    </method>
+    <method name="ContextMenu">
+      <arg name="x" type="i" direction="in"/>
+      <arg name="y" type="i" direction="in"/>
+    </method>
+    <method name="Scroll">
+      <arg name="delta" type="i" direction="in"/>
+      <arg name="orientation" type="s" direction="in"/>
+    </method>
+    <method name="ProvideXdgActivationToken">
+      <arg name="token" type="s" direction="in"/>
+    </method>
+    <signal name="NewTitle"/>
+    <signal name="NewIcon"/>
+    <signal name="NewAttentionIcon"/>
+    <signal name="NewOverlayIcon"/>
+    <signal name="NewToolTip"/>
+    <signal name="NewMenu"/>
+    <signal name="NewStatus">
+      <arg name="status" type="s"/>
+    </signal>
+    <signal name="NewIconThemePath">
+      <arg name="path" type="s"/>
+    </signal>
+    <signal name="XAyatanaNewLabel">
+      <arg name="label" type="s"/>
+      <arg name="guide" type="s"/>
+    </signal>
+  </interface>
+</node>)xml";
+
+GDBusInterfaceInfo* parse(const std::string& xml)
+{
+    // Kept for ever: a connection refers to it until it is gone.
+    return g_dbus_node_info_new_for_xml(xml.c_str(), nullptr)->interfaces[0];
+}
+
+GDBusInterfaceInfo* itemInterface(bool hasActivate)
+{
+    if (hasActivate) {
+        static auto* const complete = parse(std::string(interfaceHead) + activateMethod + interfaceBody);
+        return complete;
+    }
+    static auto* const withoutActivate = parse(std::string(interfaceHead) + interfaceBody);
+    return withoutActivate;
+}
+
+GVariant* noPixmaps()
+{
+    return g_variant_new("a(iiay)", nullptr);
+}
+
+} // namespace
+
+std::shared_ptr<StatusNotifierItem> StatusNotifierItem::create(
+    GDBusConnection* connection, Configuration configuration, Appearance appearance, ClickHandler clicked)
+{
+    auto item = std::shared_ptr<StatusNotifierItem>(
+        new StatusNotifierItem(std::move(configuration), std::move(appearance), std::move(clicked)));
+    const auto receive = [weak = item->weak_from_this()](const BusCall& call) {
+        if (auto self = weak.lock())
+            self->handle(call);
+    };
+    item->object_.emplace(connection, item->configuration_.path, item->interface_, receive);
+    return item;
+}
+
+StatusNotifierItem::StatusNotifierItem(Configuration configuration, Appearance appearance, ClickHandler clicked)
+    : configuration_(std::move(configuration))
+    , appearance_(std::move(appearance))
+    , clicked_(std::move(clicked))
+    , interface_(itemInterface(configuration_.hasActivate))
+{
+}
+
+void StatusNotifierItem::setAppearance(Appearance appearance)
+{
+    if (appearance == appearance_)
+        return;
+    const auto former = std::exchange(appearance_, std::move(appearance));
+    if (former.iconThemePath != appearance_.iconThemePath)
+        object_->emit("NewIconThemePath", g_variant_new("(s)", appearance_.iconThemePath.c_str()));
+    object_->emit("NewIcon", nullptr);
+    if (former.label != appearance_.label)
+        object_->emit("XAyatanaNewLabel", g_variant_new("(ss)", appearance_.label.c_str(), appearance_.label.c_str()));
+}
+
+void StatusNotifierItem::handle(const BusCall& call)
+{
+    if (!call.isPropertyRead())
+        return click(call);
+    if (!appearance_.picture)
+        return answerPropertyRead(call, nullptr);
+    // The answer waits for the picture: hosts show a placeholder for an item that comes without one.
+    auto later = [self = shared_from_this(), invocation = call.invocation](GVariant* pixmaps) {
+        const BusCall asked { g_dbus_method_invocation_get_interface_name(invocation),
+            g_dbus_method_invocation_get_method_name(invocation), g_dbus_method_invocation_get_parameters(invocation),
+            invocation };
+        self->answerPropertyRead(asked, pixmaps);
+    };
+    const char* name = "";
+    if (call.method == "Get")
+        g_variant_get(call.parameters, "(&s&s)", nullptr, &name);
+    if (call.method == "GetAll" || name == std::string_view("IconPixmap"))
+        appearance_.picture->withPixmaps(later);
+    else
+        answerPropertyRead(call, nullptr);
+}
+
+void StatusNotifierItem::answerPropertyRead(const BusCall& call, GVariant* pixmaps) const
+{
+    replyToPropertyRead(call, interface_, [&](auto name) { return propertyValue(name, pixmaps); });
+}
+
+GVariant* StatusNotifierItem::propertyValue(std::string_view name, GVariant* pixmaps) const
+{
+    if (name == "IconPixmap")
+        return pixmaps ? g_variant_ref(pixmaps) : noPixmaps();
+    if (name == "OverlayIconPixmap" || name == "AttentionIconPixmap")
+        return noPixmaps();
+    if (name == "WindowId")
+        return g_variant_new_int32(0);
+    if (name == "ItemIsMenu")
+        return g_variant_new_boolean(configuration_.isMenu);
+    if (name == "Menu")
+        return g_variant_new_object_path(configuration_.menuPath.c_str());
+    if (name == "ToolTip")
+        return g_variant_new("(s@a(iiay)ss)", "", noPixmaps(), configuration_.title.c_str(), "");
+    return textProperty(name);
+}
+
+GVariant* StatusNotifierItem::textProperty(std::string_view name) const
+{
+    const std::pair<std::string_view, const char*> values[] = {
+        { "Category", "ApplicationStatus" },
+        { "Id", configuration_.id.c_str() },
+        { "Title", configuration_.title.c_str() },
+        { "Status", "Active" },
+        { "IconName", appearance_.iconName.c_str() },
+        { "IconThemePath", appearance_.iconThemePath.c_str() },
+        { "OverlayIconName", "" },
+        { "AttentionIconName", "" },
+        { "AttentionMovieName", "" },
+        { "XAyatanaLabel", appearance_.label.c_str() },
+        { "XAyatanaLabelGuide", appearance_.label.c_str() },
+    };
+    for (const auto& [known, value] : values) {
+        if (known == name)
+            return g_variant_new_string(value);
+    }
+    return nullptr;
+}
+
+/// ContextMenu comes from hosts that cannot show a menu themselves: there, any click does what a click can do.
+void StatusNotifierItem::click(const BusCall& call)
+{
+    const bool isClick
+        = call.method == "Activate" || call.method == "SecondaryActivate" || call.method == "ContextMenu";
+    int x = 0;
+    int y = 0;
+    if (isClick)
+        g_variant_get(call.parameters, "(ii)", &x, &y);
+    call.reply(nullptr);
+    if (isClick)
+        clicked_({ x, y });
+}
+
+} // namespace desktop

@@ -1,0 +1,63 @@
+#pragma once
+
+#include "platform/linux/desktop/ExportedObject.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace desktop {
+
+class Picture;
+
+/// An org.kde.StatusNotifierItem object: what a status area knows of an item. Main thread.
+class StatusNotifierItem : public std::enable_shared_from_this<StatusNotifierItem> {
+public:
+    struct Appearance {
+        /// A themed icon that hosts recolour, and the folder to look it up in. Empty: only the picture.
+        std::string iconName;
+        std::string iconThemePath;
+        /// For hosts that show text beside or in place of the picture.
+        std::string label;
+        std::shared_ptr<Picture> picture;
+
+        bool operator==(const Appearance&) const = default;
+    };
+
+    struct Configuration {
+        std::string path;
+        std::string id;
+        std::string title;
+        std::string menuPath;
+        /// A click opens the menu.
+        bool isMenu = false;
+        /// Hosts that know Activate call it before they think of the menu.
+        bool hasActivate = true;
+    };
+
+    /// A click, in the coordinates that the host gave: no two hosts mean the same by them.
+    using ClickHandler = std::function<void(std::pair<int, int>)>;
+
+    [[nodiscard]] static std::shared_ptr<StatusNotifierItem> create(
+        GDBusConnection* connection, Configuration configuration, Appearance appearance, ClickHandler clicked);
+
+    void setAppearance(Appearance appearance);
+
+private:
+    StatusNotifierItem(Configuration configuration, Appearance appearance, ClickHandler clicked);
+
+    void handle(const BusCall& call);
+    void answerPropertyRead(const BusCall& call, GVariant* pixmaps) const;
+    [[nodiscard]] GVariant* propertyValue(std::string_view name, GVariant* pixmaps) const;
+    [[nodiscard]] GVariant* textProperty(std::string_view name) const;
+    void click(const BusCall& call);
+
+    Configuration configuration_;
+    Appearance appearance_;
+    ClickHandler clicked_;
+    GDBusInterfaceInfo* interface_;
+    std::optional<ExportedObject> object_;
+};
+
+} // namespace desktop

@@ -1,0 +1,146 @@
+#include "platform/linux/desktop/StatusNotifierWatcher.h"
+
+#include "platform/foundation/Log.h"
+
+#include <algorithm>
+
+namespace desktop {
+namespace {
+
+constexpr const char* watcherName = "org.kde.StatusNotifierWatcher";
+constexpr const char* watcherPath = "/StatusNotifierWatcher";
+constexpr const char* busName = "org.freedesktop.DBus";
+
+constexpr unsigned patienceMilliseconds = 4000;
+constexpr gint64 leastIntervalMicroseconds = 2'000'000;
+
+/// Whether there is a status area, for all items together: one line in the log tells of its absence.
+class Absence {
+public:
+    void begin()
+    {
+        if (isAbsent_)
+            return;
+        isAbsent_ = true;
+        report_ = callAfter(patienceMilliseconds, [] {
+            foundation::log("StatusBar - There is no status area; the items will appear as soon as there is one");
+        });
+    }
+
+    void end()
+    {
+        isAbsent_ = false;
+        report_.reset();
+    }
+
+private:
+    bool isAbsent_ = false;
+    SourceHandle report_;
+};
+
+Absence& absence()
+{
+    static Absence absence;
+    return absence;
+}
+
+StatusNotifierWatcher* selfOf(gpointer data)
+{
+    return static_cast<StatusNotifierWatcher*>(data);
+}
+
+} // namespace
+
+StatusNotifierWatcher::StatusNotifierWatcher(GDBusConnection* connection, std::string service)
+    : connection_(retain(connection))
+    , cancellable_(adopt(g_cancellable_new()))
+    , service_(std::move(service))
+{
+    // Listening is sent before registering, so an area that appears in between is not missed.
+    watchOwner();
+    registerItem();
+    watchUnregistration();
+}
+
+void StatusNotifierWatcher::watchOwner()
+{
+    const auto changed = +[](GDBusConnection*, const char*, const char*, const char*, const char*, GVariant* parameters,
+                              gpointer data) {
+        const char* owner = nullptr;
+        g_variant_get(parameters, "(&s&s&s)", nullptr, nullptr, &owner);
+        selfOf(data)->ownerChanged(*owner != '\0');
+    };
+    ownerSubscription_ = g_dbus_connection_signal_subscribe(connection_.get(), busName, busName, "NameOwnerChanged",
+        "/org/freedesktop/DBus", watcherName, G_DBUS_SIGNAL_FLAGS_NONE, changed, this, nullptr);
+}
+
+void StatusNotifierWatcher::watchUnregistration()
+{
+    const auto unregistered = +[](GDBusConnection*, const char*, const char*, const char*, const char*,
+                                   GVariant* parameters, gpointer data) {
+        if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE("(s)")))
+            return;
+        const char* item = nullptr;
+        g_variant_get(parameters, "(&s)", &item);
+        selfOf(data)->itemUnregistered(item);
+    };
+    // From any sender: to follow the watcher's name would cost more messages, and a lie does no harm here.
+    unregisteredSubscription_ = g_dbus_connection_signal_subscribe(connection_.get(), nullptr, watcherName,
+        "StatusNotifierItemUnregistered", watcherPath, nullptr, G_DBUS_SIGNAL_FLAGS_NONE, unregistered, this, nullptr);
+}
+
+StatusNotifierWatcher::~StatusNotifierWatcher()
+{
+    g_cancellable_cancel(cancellable_.get());
+    g_dbus_connection_signal_unsubscribe(connection_.get(), ownerSubscription_);
+    g_dbus_connection_signal_unsubscribe(connection_.get(), unregisteredSubscription_);
+}
+
+void StatusNotifierWatcher::registerItem()
+{
+    retry_.reset();
+    lastRegistration_ = g_get_monotonic_time();
+    const auto answered = +[](GObject* source, GAsyncResult* result, gpointer self) {
+        ErrorPointer error;
+        auto* reply = g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, error.out());
+        if (reply)
+            g_variant_unref(reply);
+        // Cancelled: the watcher object is gone.
+        if (!error.matches(G_IO_ERROR, G_IO_ERROR_CANCELLED))
+            static_cast<StatusNotifierWatcher*>(self)->registrationAnswered(reply != nullptr);
+    };
+    constexpr auto defaultTimeout = -1;
+    g_dbus_connection_call(connection_.get(), watcherName, watcherPath, watcherName, "RegisterStatusNotifierItem",
+        g_variant_new("(s)", service_.c_str()), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, defaultTimeout,
+        cancellable_.get(), answered, this);
+}
+
+void StatusNotifierWatcher::registrationAnswered(bool succeeded)
+{
+    if (succeeded)
+        absence().end();
+    else
+        absence().begin();
+}
+
+void StatusNotifierWatcher::ownerChanged(bool hasOwner)
+{
+    if (hasOwner)
+        registerItem();
+    else
+        absence().begin();
+}
+
+/// Watchers name an item by its connection, with or without its path.
+void StatusNotifierWatcher::itemUnregistered(std::string_view item)
+{
+    const std::string_view own = g_dbus_connection_get_unique_name(connection_.get());
+    const bool isOurs = item.starts_with(own) && (item.size() == own.size() || !g_ascii_isdigit(item[own.size()]));
+    if (!isOurs || retry_)
+        return;
+    const auto elapsed = g_get_monotonic_time() - lastRegistration_;
+    const auto wait = std::clamp<gint64>(leastIntervalMicroseconds - elapsed, 0, leastIntervalMicroseconds);
+    retry_ = callAfter(static_cast<unsigned>(wait / 1000), [this] { registerItem(); });
+}
+
+} // namespace desktop

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/linux/desktop/GObject.h"
+
+#include <string>
+
+namespace desktop {
+
+/// Keeps an item in the status area: registers it at once and again whenever the area appears, restarts or forgets it.
+/// Says once in the log when there is no area. The item must be exported before. Main thread.
+class StatusNotifierWatcher {
+public:
+    /// `service` is what to register: an object path of this connection, or the connection's own name.
+    StatusNotifierWatcher(GDBusConnection* connection, std::string service);
+    ~StatusNotifierWatcher();
+    StatusNotifierWatcher(const StatusNotifierWatcher&) = delete;
+    StatusNotifierWatcher& operator=(const StatusNotifierWatcher&) = delete;
+
+private:
+    void watchOwner();
+    void watchUnregistration();
+    void registerItem();
+    void registrationAnswered(bool succeeded);
+    void ownerChanged(bool hasOwner);
+    void itemUnregistered(std::string_view item);
+
+    ObjectPointer<GDBusConnection> connection_;
+    ObjectPointer<GCancellable> cancellable_;
+    std::string service_;
+    guint ownerSubscription_ = 0;
+    guint unregisteredSubscription_ = 0;
+    gint64 lastRegistration_ = 0;
+    SourceHandle retry_;
+};
+
+} // namespace desktop
