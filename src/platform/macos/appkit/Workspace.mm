@@ -1,6 +1,5 @@
 #include "platform/appkit/Workspace.h"
 
-#include "platform/foundation/URL.h"
 #include "platform/macos/appkit/Conversions.h"
 
 namespace appkit {
@@ -13,7 +12,7 @@ Workspace& Workspace::sharedWorkspace()
 
 void Workspace::openURL(const foundation::URL& url)
 {
-    [NSWorkspace.sharedWorkspace openURL:[NSURL URLWithString:nativeText(url.absoluteString())]];
+    [NSWorkspace.sharedWorkspace openURL:foundation::nativeURL(url)];
 }
 
 } // namespace appkit

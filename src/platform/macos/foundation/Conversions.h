@@ -3,6 +3,7 @@
 #import <Foundation/Foundation.h>
 
 #include "platform/foundation/Result.h"
+#include "platform/foundation/URL.h"
 
 #include <filesystem>
 #include <string>
@@ -29,6 +30,19 @@ namespace foundation {
 {
     const std::size_t length = [native lengthOfBytesUsingEncoding:NSUTF8StringEncoding];
     return length == 0 ? std::string() : std::string(native.UTF8String, length);
+}
+
+/// The framework's address to the letter.
+[[nodiscard]] inline URL urlFrom(NSURL* native)
+{
+    return URL::verbatim(textFrom(native.absoluteString), textFrom(native.host));
+}
+
+/// From bytes: URLWithString: would refuse, or encode, what an engine's address may hold.
+[[nodiscard]] inline NSURL* nativeURL(const URL& url)
+{
+    const auto& text = url.absoluteString();
+    return [NSURL URLWithDataRepresentation:[NSData dataWithBytes:text.data() length:text.size()] relativeToURL:nil];
 }
 
 [[nodiscard]] inline NSString* nativePath(const std::filesystem::path& path)

@@ -65,7 +65,7 @@ std::optional<URL> URL::parse(std::string_view text)
     const bool needsHost = authority && !(authority.length == 0 && url.fileURL);
     if (url.scheme.length == 0 || (needsHost && url.host.length == 0) || url.port.integerValue > 65535)
         return std::nullopt;
-    return URL(textFrom(url.absoluteString), textFrom(url.host));
+    return urlFrom(url);
 }
 
 } // namespace foundation

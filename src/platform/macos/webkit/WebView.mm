@@ -10,6 +10,7 @@ namespace webkit {
 
 using foundation::nativeText;
 using foundation::textFrom;
+using foundation::urlFrom;
 
 struct WebView::Engine {
     WKWebView* webView;
@@ -69,7 +70,9 @@ WebView::~WebView()
 
 std::optional<foundation::URL> WebView::url() const
 {
-    return foundation::URL::parse(textFrom(engine_->webView.URL.absoluteString));
+    if (NSURL* url = engine_->webView.URL)
+        return urlFrom(url);
+    return std::nullopt;
 }
 
 std::optional<std::string> WebView::title() const
@@ -98,8 +101,7 @@ bool WebView::canGoForward() const
 void WebView::load(const URLRequest& request)
 {
     const std::chrono::duration<double> timeout = request.timeoutInterval;
-    NSURL* url = [NSURL URLWithString:nativeText(request.url.absoluteString())];
-    [engine_->webView loadRequest:[NSURLRequest requestWithURL:url
+    [engine_->webView loadRequest:[NSURLRequest requestWithURL:nativeURL(request.url)
                                                    cachePolicy:NSURLRequestUseProtocolCachePolicy
                                                timeoutInterval:timeout.count()]];
 }

@@ -6,15 +6,11 @@
 namespace webkit {
 namespace {
 
-/// None for an address that is none.
-std::optional<NavigationAction> actionFrom(WKNavigationAction* native)
+NavigationAction actionFrom(WKNavigationAction* native)
 {
     NSURLRequest* request = native.request;
-    const auto url = foundation::URL::parse(foundation::textFrom(request.URL.absoluteString));
-    if (!url)
-        return std::nullopt;
     const std::chrono::duration<double> timeout(request.timeoutInterval);
-    return NavigationAction { { *url, std::chrono::round<std::chrono::milliseconds>(timeout) },
+    return { { foundation::urlFrom(request.URL), std::chrono::round<std::chrono::milliseconds>(timeout) },
         native.targetFrame != nil };
 }
 
@@ -25,9 +21,9 @@ std::optional<NavigationAction> actionFrom(WKNavigationAction* native)
 
 - (void)webView:(WKWebView*)native didFinishNavigation:(WKNavigation*)navigation
 {
-    const auto delegate = self.navigationDelegate.lock();
-    if (self.webView && delegate)
-        delegate->webViewDidFinishNavigation(*self.webView);
+    const auto webView = [self heldWebView];
+    if (const auto delegate = self.navigationDelegate.lock(); webView && delegate)
+        delegate->webViewDidFinishNavigation(*webView);
 }
 
 - (WKWebView*)webView:(WKWebView*)native
@@ -35,12 +31,18 @@ std::optional<NavigationAction> actionFrom(WKNavigationAction* native)
                forNavigationAction:(WKNavigationAction*)navigationAction
                     windowFeatures:(WKWindowFeatures*)windowFeatures
 {
+    const auto webView = [self heldWebView];
     const auto delegate = self.uiDelegate.lock();
-    const auto action = webkit::actionFrom(navigationAction);
-    if (!self.webView || !delegate || !action)
+    if (!webView || !delegate)
         return nil;
-    const auto created = delegate->createWebView(*self.webView, *action);
+    const auto created = delegate->createWebView(*webView, webkit::actionFrom(navigationAction));
     return created ? appkit::nativeView<WKWebView>(*created) : nil;
+}
+
+/// Held until a delegate has returned, which may take the view away.
+- (std::shared_ptr<webkit::WebView>)heldWebView
+{
+    return self.webView ? std::static_pointer_cast<webkit::WebView>(self.webView->weak_from_this().lock()) : nullptr;
 }
 
 @end
