@@ -1,0 +1,120 @@
+#include "platform/appkit/Popover.h"
+
+#include "platform/appkit/ViewController.h"
+#include "platform/linux/appkit/StatusBarButtonNative.h"
+#include "platform/linux/appkit/ViewNative.h"
+#include "platform/linux/appkit/WindowNative.h"
+#include "platform/linux/desktop/PopoverWindow.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace appkit {
+namespace {
+
+int pixels(double length)
+{
+    return std::max(1, static_cast<int>(std::lround(length)));
+}
+
+} // namespace
+
+/// The window is made when the popover is first needed, and with it the toolkit is loaded.
+struct Popover::Native {
+    PopoverBehavior behavior = PopoverBehavior::ApplicationDefined;
+    bool animates = true;
+    foundation::Size contentSize;
+    std::weak_ptr<PopoverDelegate> delegate;
+    std::optional<desktop::PopoverWindow> window;
+
+    desktop::PopoverWindow& makeWindow()
+    {
+        if (window)
+            return *window;
+        desktop::loadToolkit();
+        window.emplace([this] { close(); });
+        attachWindow(window->window());
+        window->setTransient(behavior == PopoverBehavior::Transient);
+        window->setAnimates(animates);
+        window->setContentSize(pixels(contentSize.width), pixels(contentSize.height));
+        return *window;
+    }
+
+    void close()
+    {
+        if (!window || !window->isShown())
+            return;
+        window->hide();
+        if (auto owner = delegate.lock())
+            owner->popoverDidClose(); // last: the delegate may let go of us
+    }
+};
+
+Popover::Popover()
+    : native_(std::make_unique<Native>())
+{
+}
+
+Popover::~Popover() = default;
+
+void Popover::setBehavior(PopoverBehavior behavior)
+{
+    native_->behavior = behavior;
+    if (native_->window)
+        native_->window->setTransient(behavior == PopoverBehavior::Transient);
+}
+
+void Popover::setAnimates(bool animates)
+{
+    native_->animates = animates;
+    if (native_->window)
+        native_->window->setAnimates(animates);
+}
+
+void Popover::setDelegate(std::weak_ptr<PopoverDelegate> delegate)
+{
+    native_->delegate = std::move(delegate);
+}
+
+void Popover::setContentViewController(std::shared_ptr<ViewController> content)
+{
+    // The former content must outlive its leaving the window.
+    const auto before = std::exchange(content_, std::move(content));
+    if (content_)
+        native_->makeWindow().setContent(widgetOf(*content_->view()));
+    else if (native_->window)
+        native_->window->setContent(nullptr);
+}
+
+void Popover::setContentSize(foundation::Size size)
+{
+    native_->contentSize = size;
+    if (native_->window)
+        native_->window->setContentSize(pixels(size.width), pixels(size.height));
+}
+
+foundation::Size Popover::contentSize() const
+{
+    return native_->contentSize;
+}
+
+void Popover::show(foundation::Rect /*rect*/, StatusBarButton& anchor, RectEdge /*preferredEdge*/)
+{
+    // Status areas do not tell where an icon is; a click in it and the panel's edge stand for its rectangle and edge.
+    std::optional<desktop::PixelPoint> point;
+    if (const auto& click = anchor.native().lastClick)
+        point = { click->first, click->second };
+    native_->makeWindow().show(point);
+}
+
+void Popover::performClose()
+{
+    native_->close();
+}
+
+bool Popover::isShown() const
+{
+    return native_->window && native_->window->isShown();
+}
+
+} // namespace appkit

@@ -1,0 +1,131 @@
+#include "platform/linux/desktop/PressWatch.h"
+
+#include <gdk/x11/gdkx.h>
+
+#include <X11/Xatom.h>
+#include <X11/extensions/XInput2.h>
+
+#include <array>
+
+namespace desktop {
+namespace {
+
+constexpr int firstScrollButton = 4;
+constexpr int lastScrollButton = 7;
+
+struct Pointer {
+    ::Window window;
+    PixelPoint point;
+};
+
+/// The window directly inside the given one that the pointer is over, or 0.
+Pointer pointerIn(::Display* display, ::Window window)
+{
+    Pointer pointer {};
+    ::Window root = 0;
+    PixelPoint inWindow;
+    unsigned mask = 0;
+    XQueryPointer(
+        display, window, &root, &pointer.window, &pointer.point.x, &pointer.point.y, &inWindow.x, &inWindow.y, &mask);
+    return pointer;
+}
+
+bool isDock(GdkDisplay* display, ::Window window)
+{
+    ::Atom type = 0;
+    int format = 0;
+    unsigned long count = 0;
+    unsigned long left = 0;
+    unsigned char* data = nullptr;
+    XGetWindowProperty(gdk_x11_display_get_xdisplay(display), window,
+        gdk_x11_get_xatom_by_name_for_display(display, "_NET_WM_WINDOW_TYPE"), 0, 1, False, XA_ATOM, &type, &format,
+        &count, &left, &data);
+    const auto dock = gdk_x11_get_xatom_by_name_for_display(display, "_NET_WM_WINDOW_TYPE_DOCK");
+    const auto isIt = format == 32 && count == 1 && *reinterpret_cast<::Atom*>(data) == dock;
+    if (data)
+        XFree(data);
+    return isIt;
+}
+
+/// Window managers leave menus and tips alone; those of panels that they also leave alone say what they are.
+bool isMenu(GdkDisplay* display, ::Window window)
+{
+    XWindowAttributes attributes {};
+    return XGetWindowAttributes(gdk_x11_display_get_xdisplay(display), window, &attributes)
+        && attributes.override_redirect && !isDock(display, window);
+}
+
+PressWatch::Press pressAtPointer(GdkDisplay* display)
+{
+    auto* xdisplay = gdk_x11_display_get_xdisplay(display);
+    auto pointer = pointerIn(xdisplay, gdk_x11_display_get_xrootwindow(display));
+    PressWatch::Press press { .point = pointer.point };
+    if (!pointer.window)
+        return press;
+    if (isMenu(display, pointer.window))
+        press.under = PressWatch::Under::ForeignMenu;
+    // Window managers put a window into a frame of theirs.
+    for (auto window = pointer.window; window; window = pointerIn(xdisplay, window).window) {
+        press.surface = gdk_x11_surface_lookup_for_display(display, window);
+        if (!press.surface)
+            continue;
+        press.under = PressWatch::Under::OurWindow;
+        break;
+    }
+    return press;
+}
+
+} // namespace
+
+PressWatch::PressWatch(GdkDisplay* display, Handler handler)
+    : display_(display)
+    , handler_(std::move(handler))
+{
+    int firstEvent = 0;
+    int firstError = 0;
+    auto* xdisplay = gdk_x11_display_get_xdisplay(display_);
+    if (!XQueryExtension(xdisplay, "XInputExtension", &inputExtension_, &firstEvent, &firstError))
+        return;
+    events_ = connect<gboolean(gpointer)>(display_, "xevent", [this](gpointer event) -> gboolean {
+        if (!isPress(event))
+            return GDK_EVENT_PROPAGATE;
+        // Windows of others may vanish while they are asked about.
+        gdk_x11_display_error_trap_push(display_);
+        const auto press = pressAtPointer(display_);
+        gdk_x11_display_error_trap_pop_ignored(display_);
+        // A copy, because the handler may end this watch.
+        const auto tell = handler_;
+        tell(press);
+        return GDK_EVENT_PROPAGATE;
+    });
+    select(true);
+}
+
+PressWatch::~PressWatch()
+{
+    if (inputExtension_)
+        select(false);
+}
+
+bool PressWatch::isPress(void* event) const
+{
+    const auto& cookie = static_cast<XEvent*>(event)->xcookie;
+    if (cookie.type != GenericEvent || cookie.extension != inputExtension_ || cookie.evtype != XI_RawButtonPress)
+        return false;
+    // GDK has fetched the data already; without it there is no telling a click from a turn of the wheel.
+    const auto* press = static_cast<const XIRawEvent*>(cookie.data);
+    return press && (press->detail < firstScrollButton || press->detail > lastScrollButton);
+}
+
+void PressWatch::select(bool isSelected)
+{
+    std::array<unsigned char, XIMaskLen(XI_LASTEVENT)> bits {};
+    if (isSelected)
+        XISetMask(bits.data(), XI_RawButtonPress);
+    XIEventMask mask { XIAllMasterDevices, static_cast<int>(bits.size()), bits.data() };
+    auto* xdisplay = gdk_x11_display_get_xdisplay(display_);
+    XISelectEvents(xdisplay, gdk_x11_display_get_xrootwindow(display_), &mask, 1);
+    XFlush(xdisplay);
+}
+
+} // namespace desktop
