@@ -1,7 +1,7 @@
 // Serves the pages of a folder on a free port of 127.0.0.1, for tests that run a whole program.
 //   perchly_page_server FOLDER LOG
-// Prints the port as its first line. Appends a line "METHOD TARGET" to LOG for each request. A page named slow*
-// stays open until /release is asked for. Ends when its standard input does.
+// Prints the port as its first line. Appends the lines "METHOD TARGET" and "User-Agent: ..." to LOG for each
+// request. A page named slow* stays open until /release is asked for. Ends when its standard input does.
 
 #include "TestServer.h"
 
@@ -57,7 +57,9 @@ private:
     void note(const Request& request)
     {
         const std::lock_guard lock(mutex_);
-        log_ << request.method << ' ' << request.target << std::endl; // whole lines, at once: others read along
+        // Flushed at once: others read along.
+        log_ << request.method << ' ' << request.target << "\nUser-Agent: " << request.header("User-Agent")
+             << std::endl;
     }
 
     Response releaseAll()
