@@ -81,6 +81,10 @@ void JsonWriter::value(std::string_view text)
 void JsonWriter::value(double number)
 {
     isFinite_ = isFinite_ && std::isfinite(number);
+    if (number == 0 && std::signbit(number)) {
+        output_ += "-0.0"; // "-0" would be read as an integer, which has no sign at zero
+        return;
+    }
     std::array<char, 32> digits {};
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
     output_.append(digits.data(), end);
