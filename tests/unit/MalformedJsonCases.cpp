@@ -1,0 +1,282 @@
+#include "JsonCases.h"
+
+namespace perchly::tests {
+
+namespace {
+
+using namespace std::string_literals;
+
+std::vector<JsonCase> malformedStructures()
+{
+    return {
+        { "NoText", "" },
+        { "BlankOnly", " " },
+        { "LineFeedOnly", "\n" },
+        { "ValueWithoutComma", "[1 true]" },
+        { "ColonInArray", R"(["": 1])" },
+        { "CommaAfterArray", "[\"\"]," },
+        { "CommaFirst", "[,1]" },
+        { "CommaOnly", "[,]" },
+        { "CommaTwice", "[1,,2]" },
+        { "CommaTwiceAtEnd", R"(["x",,])" },
+        { "CommaAtEnd", R"(["",])" },
+        { "NumberAndCommaAtEnd", "[1,]" },
+        { "ManyCommasAtEnd", "[4,,]" },
+        { "BracketTooMany", R"(["x"]])" },
+        { "ArrayInArrayWithoutComma", "[3[4]]" },
+        { "ArrayUnclosed", "[\"x\"" },
+        { "ArrayUnclosedAfterComma", "[1," },
+        { "ArrayUnclosedWithLineFeeds", "[1,\n1\n,1" },
+        { "ArrayUnclosedWithObject", "[{}" },
+        { "ArrayClosedAsObject", "[1}" },
+        { "ObjectClosedAsArray", R"({"a":1])" },
+        { "StarInArray", "[*]" },
+        { "MinusInArray", "[-]" },
+        { "TextUnclosedInArray", "[\"asd]" },
+        { "VerticalTabInArray", "[\"a\",\x0B\"b\"]" },
+        { "FormFeedInArray", "[\f]" },
+        { "NoBreakSpace", "[\xC2\xA0]" },
+        { "ZeroWidthSpace", "[\xE2\x81\xA0]" },
+        { "NulInArray", "[\0]"s },
+        { "NulBehind", "[1]\0"s },
+        { "NulAlone", "\0"s },
+        { "IncompleteFalse", "[fals]" },
+        { "IncompleteNull", "[nul]" },
+        { "IncompleteTrue", "[tru]" },
+        { "CapitalTrue", "[True]" },
+        { "CapitalNull", "[NULL]" },
+        { "WordTooLong", "[trueish]" },
+        { "TwoWords", "[true false]" },
+        { "UnquotedWord", "[abc]" },
+        { "LonelyWord", "abc" },
+        { "Comment", "[1/*x*/]" },
+        { "LineComment", "[1] // x" },
+        { "CommentBehindObject", R"({"a":"b"}/**/)" },
+        { "OpenCommentBehindObject", R"({"a":"b"}/**//)" },
+        { "HashBehindObject", R"({"a":"b"}#)" },
+        { "AngleBrackets", "<.>" },
+        { "AngleBracketNull", "[<null>]" },
+        { "OpenArrayOnly", "[" },
+        { "OpenObjectOnly", "{" },
+        { "OpenTextOnly", "\"" },
+        { "CloseArrayOnly", "]" },
+        { "CloseObjectOnly", "}" },
+        { "TwoDocuments", "[][]" },
+        { "TwoNumbers", "1 2" },
+        { "NumberAndAt", "2@" },
+        { "ObjectAndText", R"({}"x")" },
+        { "ArrayWithTrailingText", "[1]x" },
+        { "ArrayWithTrailingBrace", "[1]}" },
+        { "BraceTooMany", "{}}" },
+        { "EscapedBracket", "[\\u005d]" },
+        { "HalfByteOrderMark", "\xEF\xBB{}" },
+        { "ByteOrderMarkInside", "[\xEF\xBB\xBF]" },
+        { "ByteOrderMarkTwice", "\xEF\xBB\xBF\xEF\xBB\xBF{}" },
+        { "CapitalLetterA", "[A]" },
+        { "NonAsciiLetter", "[\xC3\xA5]" },
+        { "LonelyAsciiControl", "\x1F" },
+        { "Backspace", "[\b]" },
+    };
+}
+
+std::vector<JsonCase> malformedObjects()
+{
+    return {
+        { "KeyAlone", R"({"a"})" },
+        { "KeyAndColon", R"({"a":)" },
+        { "KeyWithoutValue", R"({"a":})" },
+        { "KeyWithComma", R"({"x", null})" },
+        { "KeyWithTwoColons", R"({"x"::"b"})" },
+        { "KeyUnquoted", R"({a: "b"})" },
+        { "KeySingleQuoted", "{'a':0}" },
+        { "KeyIsNumber", "{1:1}" },
+        { "KeyIsLongNumber", "{9999E9999:1}" },
+        { "KeyIsNull", "{null:null,null:null}" },
+        { "KeyIsArray", "{[]:0}" },
+        { "KeyWithInvalidUTF8", "{\"\xB9\":\"0\"}" },
+        { "ColonMissing", R"({"a" b})" },
+        { "ColonFirst", R"({:"b"})" },
+        { "ValueMissingBeforeComma", R"({"a":,"b":1})" },
+        { "CommaMissing", R"({"a":1 "b":2})" },
+        { "CommaLast", R"({"id":0,})" },
+        { "CommaTwiceLast", R"({"id":0,,})" },
+        { "CommaInBetweenTwice", R"({"a":"b",,"c":"d"})" },
+        { "CommaOnly", "{,}" },
+        { "CommaFirst", R"({,"a":0})" },
+        { "ThreeColons", R"({"a":"a":"b"})" },
+        { "TextBehind", R"({"a":"a" 123})" },
+        { "Unclosed", R"({"asd":"asd")" },
+        { "UnclosedInText", R"({"a":"a)" },
+        { "UnclosedAfterComma", R"({"a":1,)" },
+        { "UnclosedKey", R"({"a)" },
+        { "Emoji", "{\xF0\x9F\x87\xA8\xF0\x9F\x87\xAD}" },
+        { "BracketsMixed", R"({"a":[1})" },
+        { "BackslashKey", R"({"\":1})" },
+    };
+}
+
+std::vector<JsonCase> malformedNumbers()
+{
+    return {
+        { "PlusSign", "[+1]" },
+        { "PlusAndMinus", "[+-1]" },
+        { "TwoMinuses", "[--1]" },
+        { "MinusAndBlank", "[- 1]" },
+        { "MinusAlone", "-" },
+        { "MinusAndLetter", "[-foo]" },
+        { "MinusZeroOne", "[-01]" },
+        { "MinusTwoZeros", "[-00]" },
+        { "LeadingZero", "[012]" },
+        { "LeadingZeroLong", "[01234567890123456789012]" },
+        { "TwoZeros", "[00]" },
+        { "NoDigitsBeforeDot", "[.5]" },
+        { "MinusNoDigitsBeforeDot", "[-.5]" },
+        { "DotAlone", "[.]" },
+        { "NoDigitsAfterDot", "[1.]" },
+        { "NoDigitsAfterDotLonely", "1." },
+        { "DotBeforePower", "[1.e1]" },
+        { "ZeroDotBeforePower", "[0.e1]" },
+        { "MinusTwoDot", "[-2.]" },
+        { "TwoDots", "[1.2.3]" },
+        { "TwoDotsTogether", "[1..2]" },
+        { "PowerWithoutDigits", "[1e]" },
+        { "PowerWithSignOnly", "[1e+]" },
+        { "PowerWithMinusOnly", "[1.0e-]" },
+        { "PowerTwice", "[1e1e1]" },
+        { "PowerWithTwoSigns", "[0e+-1]" },
+        { "PowerWithDot", "[1e1.5]" },
+        { "PowerOnly", "[e1]" },
+        { "CapitalPowerWithoutDigits", "[0E]" },
+        { "CapitalPowerWithSignOnly", "[0E+]" },
+        { "BlankInside", "[1 000.0]" },
+        { "Underscore", "[1_000]" },
+        { "CommaAsDot", "{1,5}" },
+        { "Hexadecimal", "[0x42]" },
+        { "HexadecimalOneDigit", "[0x1]" },
+        { "HexadecimalDigits", "[1a]" },
+        { "Expression", "[1+2]" },
+        { "Infinity", "[Infinity]" },
+        { "MinusInfinity", "[-Infinity]" },
+        { "Inf", "[Inf]" },
+        { "NotANumber", "[NaN]" },
+        { "MinusNotANumber", "[-NaN]" },
+        { "LowerNotANumber", "[nan]" },
+        { "LetterBehind", "[1x]" },
+        { "LetterBehindFloat", "[1.2a-3]" },
+        { "LetterBehindLongInteger", "[12345678901234567890x]" },
+        { "LetterBehindPower", "[1.8011670033376514H-308]" },
+        { "SuffixOfFloat", "[1.0f]" },
+        { "FullWidthDigit", "[\xEF\xBC\x91]" },
+        { "InvalidUTF8Behind", "[123\xE5]" },
+        { "InvalidUTF8BehindPower", "[1e1\xE5]" },
+        { "InvalidUTF8BehindZero", "[0\xE5]" },
+        { "MinusAtTheEnd", "[1-]" },
+        { "LongIntegerWithInnerMinus", "[1234567890123456789-1]" },
+    };
+}
+
+std::vector<JsonCase> malformedTexts()
+{
+    return {
+        { "SingleQuotes", "['a']" },
+        { "SingleQuoteAlone", "'" },
+        { "Unquoted", "[\\n]" },
+        { "UnclosedLonely", "\"abc" },
+        { "ClosedByEscape", R"(["\"])" },
+        { "BackslashAlone", R"(["\)" },
+        { "EscapeX", R"(["\x00"])" },
+        { "EscapeA", R"(["\a"])" },
+        { "EscapeV", R"(["\v"])" },
+        { "EscapeZero", R"(["\0"])" },
+        { "EscapeSingleQuote", R"(["\'"])" },
+        { "EscapeBlank", R"(["\ "])" },
+        { "EscapeCapitalU", R"(["\U0041"])" },
+        { "EscapeLineFeed", "[\"\\\n\"]" },
+        { "EscapeTab", "[\"\\\t\"]" },
+        { "EscapeNul", "[\"\\\0\"]"s },
+        { "EscapeEmoji", "[\"\\\xF0\x9F\x8C\x80\"]" },
+        { "EscapeInvalidUTF8", "[\"\\\xE5\"]" },
+        { "ThreeBackslashes", R"(["\\\"])" },
+        { "CodeWithoutDigits", R"(["\u"])" },
+        { "CodeOfTwoDigits", R"(["\u00"])" },
+        { "CodeOfThreeDigits", R"(["\u00A"])" },
+        { "CodeOfOtherLetters", R"(["\uqqqq"])" },
+        { "CodeOfOneOtherLetter", R"(["\u004g"])" },
+        { "CodeWithBraces", R"(["\u{41}"])" },
+        { "CodeWithInvalidUTF8", "[\"\\u\xE5\"]" },
+        { "CodeCutOff", "[\"\\u12" },
+        { "HalfSecondSurrogate", R"(["\uD834\uDd"])" },
+        { "SecondSurrogateWithoutDigits", R"(["\uD800\u"])" },
+        { "SecondSurrogateOfOneDigit", R"(["\uD800\u1"])" },
+        { "SecondSurrogateOfTwoDigits", R"(["\uD800\u1x"])" },
+        { "SurrogateAndBackslash", R"(["\uD800\"])" },
+        { "SurrogateAndOtherEscape", R"(["\uD800\x"])" },
+        { "RawNul", "[\"a\0a\"]"s },
+        { "RawLineFeed", "[\"new\nline\"]" },
+        { "RawReturn", "[\"new\rline\"]" },
+        { "RawTab", "[\"\t\"]" },
+        { "RawUnitSeparator", "[\"\x1F\"]" },
+        { "RawFirstControl", "[\"\x01\"]" },
+        { "EscapedQuotes", "[\\\"a\\\"]" },
+        { "CodeOutsideText", "\\u0020\"asd\"" },
+        { "TrailingQuote", "[\"a\"\"]" },
+        { "TwoTexts", R"(["a" "b"])" },
+        { "TextBehindLonelyText", "\"\"x" },
+        { "UnclosedInSecondBlock", "[\"" + std::string(100, 'x') + "\\\"]" },
+        { "RawLineFeedInSecondBlock", "[\"" + std::string(100, 'x') + "\n\"]" },
+    };
+}
+
+} // namespace
+
+std::vector<JsonCase> malformedCases()
+{
+    std::vector<JsonCase> all;
+    const auto add = [&](const std::string& family, const std::vector<JsonCase>& cases) {
+        for (const auto& each : cases)
+            all.push_back({ family + each.name, each.text });
+    };
+    add("Structure", malformedStructures());
+    add("Object", malformedObjects());
+    add("Number", malformedNumbers());
+    add("Text", malformedTexts());
+    return all;
+}
+
+std::vector<JsonCase> refusedChoices()
+{
+    return {
+        { "PowerTooLarge", "[0.4e00669999999999999999999999999999999999969999999006]" },
+        { "FloatTooLarge", "[123123e100000]" },
+        { "NegativeFloatTooLarge", "[-1.5e+9999]" },
+        { "IntegerTooLarge", "[1" + std::string(400, '0') + "]" },
+        { "FirstSurrogateAlone", R"(["\uDADA"])" },
+        { "FirstSurrogateAndText", R"(["\uD888\u1234"])" },
+        { "FirstSurrogateAndLetters", R"(["\uD800abc"])" },
+        { "FirstSurrogateTwice", R"(["\uD800\uD800"])" },
+        { "FirstSurrogateAndLineFeed", R"(["\uD800\n"])" },
+        { "FirstSurrogateAtTheEnd", R"(["a\ud800"])" },
+        { "FirstSurrogateTwiceAndPair", R"(["\uD800\uD800\udc00"])" },
+        { "SecondSurrogateAlone", R"(["\uDFAA"])" },
+        { "SurrogatesSwapped", R"(["\uDd1e\uD834"])" },
+        { "SurrogateInKey", R"({"\uDFAA":0})" },
+        { "InvalidUTF8", "[\"\xFF\"]" },
+        { "InvalidUTF8Continuation", "[\"\x81\"]" },
+        { "InvalidUTF8Latin1", "[\"\xE9\"]" },
+        { "TruncatedUTF8", "[\"\xE0\xFF\"]" },
+        { "TruncatedUTF8AtTheEnd", "[\"\xF0\x9F\x98\"]" },
+        { "OverlongTwoBytes", "[\"\xC0\xAF\"]" },
+        { "OverlongThreeBytes", "[\"\xE0\x80\xAF\"]" },
+        { "OverlongNul", "[\"\xC0\x80\"]" },
+        { "OverlongSixBytes", "[\"\xFC\x83\xBF\xBF\xBF\xBF\"]" },
+        { "SurrogateInUTF8", "[\"\xED\xA0\x80\"]" },
+        { "SurrogatePairInUTF8", "[\"\xED\xA0\x80\xED\xB0\x80\"]" },
+        { "BeyondUnicode", "[\"\xF4\x90\x80\x80\"]" },
+        { "BeyondUnicodeFarther", "[\"\xF4\xBF\xBF\xBF\"]" },
+        { "UTF16LittleEndian", "\xFF\xFE[\0\"\0\xE9\0\"\0]\0"s },
+        { "UTF16LittleEndianWithoutMark", "[\0\"\0\xE9\0\"\0]\0"s },
+        { "UTF16BigEndianWithoutMark", "\0[\0\"\0\xE9\0\"\0]"s },
+    };
+}
+
+} // namespace perchly::tests
