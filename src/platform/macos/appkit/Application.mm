@@ -49,7 +49,9 @@ void Application::setDelegate(std::weak_ptr<ApplicationDelegate> delegate)
 
 int Application::run(int argc, char** argv)
 {
-    return NSApplicationMain(argc, const_cast<const char**>(argv));
+    @autoreleasepool {
+        return NSApplicationMain(argc, const_cast<const char**>(argv));
+    }
 }
 
 void Application::setActivationPolicy(ActivationPolicy policy)
