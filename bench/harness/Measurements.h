@@ -1,0 +1,28 @@
+#pragma once
+
+#include "MeasuringHost.h"
+#include "Report.h"
+
+#include <filesystem>
+
+namespace bench {
+
+struct Setting {
+    /// Where the programs are.
+    std::filesystem::path programs;
+    int runs = 9;
+};
+
+/// From the start of the process to its registration at the status area.
+void measureStart(const Setting& setting, MeasuringHost& host, Report& report);
+
+/// From the start of the process to a page's pixels on the screen.
+void measurePaint(const Setting& setting, MeasuringHost& host, Report& report);
+
+/// Memory, wake-ups, and what must not be there, while nothing happens.
+void measureIdle(const Setting& setting, MeasuringHost& host, Report& report);
+
+/// A big document of bookmarks, in and out.
+void measureStore(const Setting& setting, Report& report);
+
+} // namespace bench

@@ -1,0 +1,194 @@
+#include "MeasuringHost.h"
+
+#include <array>
+#include <memory>
+#include <string_view>
+
+namespace bench {
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr auto watcherName = "org.kde.StatusNotifierWatcher";
+constexpr auto itemInterface = "org.kde.StatusNotifierItem";
+constexpr auto menuInterface = "com.canonical.dbusmenu";
+constexpr auto propertiesInterface = "org.freedesktop.DBus.Properties";
+constexpr auto patience = 30s;
+
+constexpr auto interfaces = R"(<node><interface name="org.kde.StatusNotifierWatcher">
+  <method name="RegisterStatusNotifierItem"><arg type="s" direction="in"/></method>
+  <method name="RegisterStatusNotifierHost"><arg type="s" direction="in"/></method>
+  <property name="RegisteredStatusNotifierItems" type="as" access="read"/>
+  <property name="IsStatusNotifierHostRegistered" type="b" access="read"/>
+  <property name="ProtocolVersion" type="i" access="read"/>
+  <signal name="StatusNotifierItemRegistered"><arg type="s"/></signal>
+  <signal name="StatusNotifierItemUnregistered"><arg type="s"/></signal>
+  <signal name="StatusNotifierHostRegistered"/>
+</interface></node>)";
+
+struct VariantUnref {
+    void operator()(GVariant* variant) const { g_variant_unref(variant); }
+};
+using Variant = std::unique_ptr<GVariant, VariantUnref>;
+
+GVariant* watcherProperty(GDBusConnection*, const char*, const char*, const char*, const char* name, GError**, gpointer)
+{
+    const std::string_view wanted = name;
+    if (wanted == "IsStatusNotifierHostRegistered")
+        return g_variant_new_boolean(TRUE);
+    if (wanted == "ProtocolVersion")
+        return g_variant_new_int32(0);
+    return g_variant_new_strv(nullptr, 0);
+}
+
+// The id of the row of that label in (ia{sv}av), or nothing.
+std::optional<std::int32_t> idOfRow(GVariant* node, const std::string& label)
+{
+    std::int32_t id = 0;
+    g_variant_get_child(node, 0, "i", &id);
+    const Variant properties(g_variant_get_child_value(node, 1));
+    const char* text = nullptr;
+    if (g_variant_lookup(properties.get(), "label", "&s", &text) && text == label)
+        return id;
+    const Variant children(g_variant_get_child_value(node, 2));
+    for (gsize index = 0; index < g_variant_n_children(children.get()); ++index) {
+        const Variant boxed(g_variant_get_child_value(children.get(), index));
+        const Variant child(g_variant_get_variant(boxed.get()));
+        if (const auto found = idOfRow(child.get(), label))
+            return found;
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+MeasuringHost::MeasuringHost()
+    : bus_(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr))
+    , interfaces_(g_dbus_node_info_new_for_xml(interfaces, nullptr))
+{
+    if (!bus_)
+        giveUp("there is no session bus");
+    // The time is taken on the bus thread: this thread may be looking at the screen.
+    auto note = +[](GDBusConnection*, GDBusMessage* message, gboolean isIncoming, gpointer data) {
+        const auto* member = g_dbus_message_get_member(message);
+        if (isIncoming && member && std::string_view(member) == "RegisterStatusNotifierItem")
+            static_cast<MeasuringHost*>(data)->arrival_ = Clock::now().time_since_epoch().count();
+        return message;
+    };
+    filter_ = g_dbus_connection_add_filter(bus_, note, this, nullptr);
+
+    auto receive = +[](GDBusConnection*, const char* sender, const char*, const char*, const char* method,
+                        GVariant* arguments, GDBusMethodInvocation* invocation, gpointer data) {
+        auto* self = static_cast<MeasuringHost*>(data);
+        if (std::string_view(method) == "RegisterStatusNotifierItem") {
+            const char* service = nullptr;
+            g_variant_get(arguments, "(&s)", &service);
+            const auto isPath = service[0] == '/';
+            self->itemName_ = isPath ? sender : service;
+            self->itemPath_ = isPath ? service : "/StatusNotifierItem";
+        }
+        g_dbus_method_invocation_return_value(invocation, nullptr);
+    };
+    static const GDBusInterfaceVTable table { receive, watcherProperty, nullptr, {} };
+    object_ = g_dbus_connection_register_object(
+        bus_, "/StatusNotifierWatcher", interfaces_->interfaces[0], &table, this, nullptr, nullptr);
+
+    constexpr auto doNotQueue = 4U;
+    constexpr auto isOwner = 1U;
+    const Variant reply(g_dbus_connection_call_sync(bus_, "org.freedesktop.DBus", "/org/freedesktop/DBus",
+        "org.freedesktop.DBus", "RequestName", g_variant_new("(su)", watcherName, doNotQueue), G_VARIANT_TYPE("(u)"),
+        G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+    auto answer = 0U;
+    if (reply)
+        g_variant_get(reply.get(), "(u)", &answer);
+    if (answer != isOwner)
+        giveUp("another status area is on the bus");
+}
+
+MeasuringHost::~MeasuringHost()
+{
+    g_dbus_connection_unregister_object(bus_, object_);
+    g_dbus_connection_remove_filter(bus_, filter_);
+    g_dbus_node_info_unref(interfaces_);
+    g_object_unref(bus_);
+}
+
+void MeasuringHost::reset()
+{
+    arrival_ = 0;
+    itemName_.clear();
+}
+
+Clock::time_point MeasuringHost::waitForItem()
+{
+    if (!waitUntil([&] { return !itemName_.empty(); }, patience))
+        giveUp("no status item was registered");
+    return Clock::time_point(Clock::duration(arrival_.load()));
+}
+
+GVariant* MeasuringHost::call(const char* path, const char* interface, const char* method, GVariant* arguments)
+{
+    GError* error = nullptr;
+    auto* reply = g_dbus_connection_call_sync(bus_, itemName_.c_str(), path, interface, method, arguments, nullptr,
+        G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &error);
+    if (!reply)
+        giveUp(std::string(method) + ": " + error->message);
+    return reply;
+}
+
+std::string MeasuringHost::menuPath()
+{
+    const Variant reply(
+        call(itemPath_.c_str(), propertiesInterface, "Get", g_variant_new("(ss)", itemInterface, "Menu")));
+    const Variant boxed(g_variant_get_child_value(reply.get(), 0));
+    const Variant path(g_variant_get_variant(boxed.get()));
+    return g_variant_get_string(path.get(), nullptr);
+}
+
+GVariant* MeasuringHost::menuLayout(const std::string& menu)
+{
+    static const char* const all[] = { nullptr };
+    const Variant reply(call(menu.c_str(), menuInterface, "GetLayout", g_variant_new("(ii^as)", 0, -1, all)));
+    return g_variant_get_child_value(reply.get(), 1);
+}
+
+void MeasuringHost::showItem()
+{
+    const Variant properties(
+        call(itemPath_.c_str(), propertiesInterface, "GetAll", g_variant_new("(s)", itemInterface)));
+    const Variant layout(menuLayout(menuPath()));
+}
+
+void MeasuringHost::choose(const std::string& row)
+{
+    // Not waited for: what the panel paints meanwhile does not hold the user up.
+    g_dbus_connection_call(bus_, itemName_.c_str(), itemPath_.c_str(), propertiesInterface, "GetAll",
+        g_variant_new("(s)", itemInterface), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr, nullptr);
+    const auto menu = menuPath();
+    const Variant layout(menuLayout(menu));
+    const auto id = idOfRow(layout.get(), row);
+    if (!id)
+        giveUp("the menu has no row \"" + row + "\"");
+    const Variant done(call(
+        menu.c_str(), menuInterface, "Event", g_variant_new("(isvu)", *id, "clicked", g_variant_new_int32(0), 0U)));
+}
+
+bool MeasuringHost::isOnBus(const std::string& name)
+{
+    const Variant reply(g_dbus_connection_call_sync(bus_, "org.freedesktop.DBus", "/org/freedesktop/DBus",
+        "org.freedesktop.DBus", "NameHasOwner", g_variant_new("(s)", name.c_str()), G_VARIANT_TYPE("(b)"),
+        G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+    gboolean hasOwner = FALSE;
+    if (reply)
+        g_variant_get(reply.get(), "(b)", &hasOwner);
+    return hasOwner;
+}
+
+void MeasuringHost::waitForDeparture()
+{
+    const auto isGone = [&] { return (itemName_.empty() || !isOnBus(itemName_)) && !isOnBus("org.perchly.Perchly"); };
+    if (!waitUntil(isGone, patience))
+        giveUp("the program before is still on the bus");
+}
+
+} // namespace bench

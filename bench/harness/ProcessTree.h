@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace bench {
+
+/// All processes that descend from this one, also those whose parents have ended. (This one adopts orphans.)
+class ProcessTree {
+public:
+    [[nodiscard]] static std::vector<pid_t> members();
+
+    /// Makes this process the parent of its descendants' orphans.
+    static void adoptOrphans();
+};
+
+/// Processor time so far of processes that are running, without their ended children. Exact, threads included.
+[[nodiscard]] double processorMilliseconds(const std::vector<pid_t>& processes);
+
+/// Memory by each process's share of its pages, in KiB.
+[[nodiscard]] std::uint64_t proportionalMemory(const std::vector<pid_t>& processes);
+
+/// How often any thread has given up the processor, by its will or not: each time it must have been woken.
+[[nodiscard]] std::uint64_t contextSwitches(const std::vector<pid_t>& processes);
+
+/// The programs, by name, that carry one of the words in their name.
+[[nodiscard]] std::vector<std::string> namesWith(
+    const std::vector<pid_t>& processes, const std::vector<std::string>& words);
+
+/// The mapped files that carry one of the words in their name.
+[[nodiscard]] std::vector<std::string> mappingsWith(
+    const std::vector<pid_t>& processes, const std::vector<std::string>& words);
+
+} // namespace bench

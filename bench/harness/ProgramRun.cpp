@@ -1,0 +1,102 @@
+#include "ProgramRun.h"
+
+#include "ProcessTree.h"
+
+#include <csignal>
+#include <fstream>
+#include <spawn.h>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <utility>
+
+namespace bench {
+namespace {
+
+std::vector<std::string> environmentWith(std::map<std::string, std::string> changes)
+{
+    for (auto** variable = environ; *variable; ++variable) {
+        const std::string text = *variable;
+        const auto separator = text.find('=');
+        changes.emplace(text.substr(0, separator), text.substr(separator + 1)); // a change that is there wins
+    }
+    std::vector<std::string> result;
+    for (const auto& [name, value] : changes)
+        result.push_back(name + "=" + value);
+    return result;
+}
+
+std::vector<char*> pointersTo(std::vector<std::string>& texts)
+{
+    std::vector<char*> pointers;
+    for (auto& text : texts)
+        pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+}
+
+double milliseconds(const timeval& time)
+{
+    return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
+}
+
+} // namespace
+
+UserFolders::UserFolders()
+{
+    auto pattern = (std::filesystem::temp_directory_path() / "perchly-bench.XXXXXX").string();
+    if (!mkdtemp(pattern.data()))
+        giveUp("no folder can be made for the runs");
+    path_ = pattern;
+    for (const auto* folder : { "config/Perchly", "data", "cache", "state" })
+        std::filesystem::create_directories(path_ / folder);
+    std::filesystem::create_directory(path_ / "runtime");
+    std::filesystem::permissions(path_ / "runtime", std::filesystem::perms::owner_all);
+}
+
+UserFolders::~UserFolders()
+{
+    std::error_code ignored;
+    std::filesystem::remove_all(path_, ignored);
+}
+
+std::map<std::string, std::string> UserFolders::environment() const
+{
+    return { { "HOME", path_ }, { "XDG_CONFIG_HOME", path_ / "config" }, { "XDG_DATA_HOME", path_ / "data" },
+        { "XDG_CACHE_HOME", path_ / "cache" }, { "XDG_STATE_HOME", path_ / "state" },
+        { "XDG_RUNTIME_DIR", path_ / "runtime" } };
+}
+
+void UserFolders::setHomePage(const std::string& address) const
+{
+    std::ofstream(path_ / "config/Perchly/preferences.ini") << "[Preferences]\nHomePageURL=" << address << "\n";
+}
+
+ProgramRun::ProgramRun(std::vector<std::string> command, const std::map<std::string, std::string>& changes)
+{
+    auto environment = environmentWith(changes);
+    const auto arguments = pointersTo(command);
+    const auto variables = pointersTo(environment);
+    pid_t process = 0;
+    started_ = Clock::now();
+    if (posix_spawn(&process, command.front().c_str(), nullptr, nullptr, arguments.data(), variables.data()) != 0)
+        giveUp(command.front() + " does not start");
+}
+
+double ProgramRun::end()
+{
+    if (!std::exchange(isRunning_, false))
+        return 0;
+    auto sum = 0.0;
+    // Parents first, so that nothing is seen to crash. What a process had already waited for is part of its usage.
+    for (auto processes = ProcessTree::members(); !processes.empty(); processes = ProcessTree::members()) {
+        for (const auto process : processes)
+            kill(process, SIGKILL);
+        rusage usage {};
+        while (wait4(-1, nullptr, 0, &usage) > 0)
+            sum += milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
+    }
+    return sum;
+}
+
+} // namespace bench

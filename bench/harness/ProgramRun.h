@@ -1,0 +1,51 @@
+#pragma once
+
+#include "Waiting.h"
+
+#include <filesystem>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <sys/types.h>
+
+namespace bench {
+
+/// Folders of a user of our own, gone with this object.
+class UserFolders {
+public:
+    UserFolders();
+    ~UserFolders();
+    UserFolders(const UserFolders&) = delete;
+    UserFolders& operator=(const UserFolders&) = delete;
+
+    /// The variables that lead a program there.
+    [[nodiscard]] std::map<std::string, std::string> environment() const;
+
+    void setHomePage(const std::string& address) const;
+
+private:
+    std::filesystem::path path_;
+};
+
+/// A program under measurement, with all the processes it starts; they end with this object.
+class ProgramRun {
+public:
+    ProgramRun(std::vector<std::string> command, const std::map<std::string, std::string>& environment);
+    ~ProgramRun() { end(); }
+    ProgramRun(const ProgramRun&) = delete;
+    ProgramRun& operator=(const ProgramRun&) = delete;
+
+    /// Just before the process was made.
+    [[nodiscard]] Clock::time_point started() const { return started_; }
+
+    /// Kills all processes at once and returns the processor time that they and those that ended before have used,
+    /// in milliseconds.
+    double end();
+
+private:
+    Clock::time_point started_;
+    bool isRunning_ = true;
+};
+
+} // namespace bench

@@ -1,0 +1,56 @@
+// bench_harness PROGRAMS RUNS RESULTS [start|paint|idle|store]...
+// Measures the programs of a folder on the session bus and the display that it finds, prints a table and writes it to
+// RESULTS. The status is 0 when every target is met, 1 when one is missed, 2 when something could not be measured.
+#include "Measurements.h"
+#include "ProcessTree.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+
+namespace {
+
+std::string machine()
+{
+    std::string load;
+    std::getline(std::ifstream("/proc/loadavg"), load);
+    std::ostringstream text;
+    text << g_get_num_processors() << " processors, load " << load << "\n";
+    return text.str();
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    constexpr std::size_t fixed = 3;
+    if (arguments.size() < fixed) {
+        std::fputs("usage: bench_harness PROGRAMS RUNS RESULTS [start|paint|idle|store]...\n", stderr);
+        return 2;
+    }
+    const bench::Setting setting { std::filesystem::absolute(arguments[0]), std::stoi(arguments[1]) };
+    const auto isWanted = [&](const char* name) {
+        return arguments.size() == fixed
+            || std::find(arguments.begin() + fixed, arguments.end(), name) != arguments.end();
+    };
+
+    bench::ProcessTree::adoptOrphans();
+    bench::MeasuringHost host;
+    bench::Report report;
+    auto text = "Medians of " + arguments[1] + " runs. Before: " + machine();
+    if (isWanted("start"))
+        bench::measureStart(setting, host, report);
+    if (isWanted("paint"))
+        bench::measurePaint(setting, host, report);
+    if (isWanted("idle"))
+        bench::measureIdle(setting, host, report);
+    if (isWanted("store"))
+        bench::measureStore(setting, report);
+    text += "After: " + machine() + "\n" + report.markdown();
+
+    std::fputs(text.c_str(), stdout);
+    std::ofstream(arguments[2]) << text;
+    return report.isMissed() ? 1 : 0;
+}
