@@ -1,0 +1,335 @@
+#include "platform/appkit/StatusItem.h"
+#include "FakeWatcher.h"
+#include "platform/appkit/Image.h"
+#include "platform/appkit/Menu.h"
+#include "platform/appkit/StatusBar.h"
+#include "platform/appkit/StatusBarButton.h"
+#include "platform/linux/appkit/StatusBarButtonNative.h"
+
+#include <gmock/gmock.h>
+
+#include <optional>
+
+namespace {
+
+using appkit::Action;
+using appkit::Image;
+using appkit::Menu;
+using appkit::StatusBar;
+using appkit::StatusItem;
+using testbus::waitUntil;
+using testing::ElementsAre;
+using testing::EndsWith;
+using testing::HasSubstr;
+using testing::IsEmpty;
+using testing::Not;
+using testing::SizeIs;
+
+constexpr const char* itemInterface = "org.kde.StatusNotifierItem";
+
+class Clicks : public std::enable_shared_from_this<Clicks> {
+public:
+    void count() { ++count_; }
+    [[nodiscard]] Action action() { return Action("click", weak_from_this(), &Clicks::count); }
+    [[nodiscard]] int number() const { return count_; }
+
+private:
+    int count_ = 0;
+};
+
+class StatusItemTest : public testing::Test {
+protected:
+    void SetUp() override { g_unsetenv("DISPLAY"); }
+
+    /// Made and furnished in one turn of the main loop, as the application does.
+    std::shared_ptr<StatusItem> makeItem(bool withMenu)
+    {
+        auto item = StatusBar::systemStatusBar().statusItem();
+        item->button()->setImage(Image::systemSymbol("star"));
+        item->button()->setAction(clicks_->action());
+        if (withMenu)
+            item->setMenu(menu("Quit"));
+        return item;
+    }
+
+    std::shared_ptr<Menu> menu(const char* title)
+    {
+        auto menu = std::make_shared<Menu>();
+        menu->addItem(title, clicks_->action());
+        return menu;
+    }
+
+    /// Splits what a watcher keeps into the call's target.
+    static testbus::Call target(const std::string& item, std::string interface)
+    {
+        const auto slash = item.find('/');
+        return { item.substr(0, slash), item.substr(slash), std::move(interface) };
+    }
+
+    std::string print(const testbus::Call& target, const char* method, GVariant* parameters) const
+    {
+        const auto reply = testbus::call(host_, target, method, parameters);
+        return reply ? desktop::GLibPointer<>(g_variant_print(reply.get(), TRUE)).get() : "error";
+    }
+
+    std::string property(const std::string& item, const char* name) const
+    {
+        return print(
+            target(item, "org.freedesktop.DBus.Properties"), "Get", g_variant_new("(ss)", itemInterface, name));
+    }
+
+    bool appears(const FakeWatcher& watcher, std::size_t number = 1) const
+    {
+        return waitUntil([&] { return watcher.items().size() == number; });
+    }
+
+    std::shared_ptr<Clicks> clicks_ = std::make_shared<Clicks>();
+    testbus::Connection host_ = testbus::connect();
+};
+
+TEST_F(StatusItemTest, AnItemWithAMenuOpensItOnAnyClick)
+{
+    const FakeWatcher watcher;
+    const auto item = makeItem(true);
+
+    ASSERT_TRUE(appears(watcher));
+    EXPECT_THAT(watcher.items().front(), EndsWith("/org/ayatana/NotificationItem/perchly"));
+    EXPECT_EQ(property(watcher.items().front(), "ItemIsMenu"), "(<true>,)");
+    EXPECT_EQ(property(watcher.items().front(), "Menu"), "(<objectpath '/MenuBar'>,)");
+    const auto xml
+        = print(target(watcher.items().front(), "org.freedesktop.DBus.Introspectable"), "Introspect", nullptr);
+    EXPECT_THAT(xml, HasSubstr("ContextMenu"));
+    EXPECT_THAT(xml, Not(HasSubstr("\"Activate\"")));
+}
+
+TEST_F(StatusItemTest, AnItemWithoutAMenuSendsItsActionOnAClick)
+{
+    const FakeWatcher watcher;
+    const auto item = makeItem(false);
+    ASSERT_TRUE(appears(watcher));
+    EXPECT_THAT(watcher.items().front(), EndsWith("/StatusNotifierItem"));
+    EXPECT_EQ(property(watcher.items().front(), "ItemIsMenu"), "(<false>,)");
+
+    for (const auto* method : { "Activate", "SecondaryActivate", "ContextMenu" })
+        EXPECT_EQ(print(target(watcher.items().front(), itemInterface), method, g_variant_new("(ii)", 30, 12)), "()");
+
+    EXPECT_TRUE(waitUntil([&] { return clicks_->number() == 3; }));
+    EXPECT_EQ(item->button()->native().lastClick, std::optional(std::pair(30, 12)));
+}
+
+TEST_F(StatusItemTest, TheMenuOfAnItemWithoutOneHasARowForTheClick)
+{
+    const FakeWatcher watcher;
+    const auto item = makeItem(false);
+    ASSERT_TRUE(appears(watcher));
+    auto menuObject = target(watcher.items().front(), "com.canonical.dbusmenu");
+    menuObject.path = "/MenuBar";
+
+    EXPECT_EQ(print(menuObject, "GetProperty", g_variant_new("(is)", 1, "label")), "(<'Open'>,)");
+    EXPECT_EQ(print(menuObject, "Event", g_variant_new("(isvu)", 1, "clicked", g_variant_new_int32(0), 0U)), "()");
+
+    EXPECT_TRUE(waitUntil([&] { return clicks_->number() == 1; }));
+}
+
+TEST_F(StatusItemTest, AllPropertiesComeAtOnceAndTypedWithThePicture)
+{
+    const FakeWatcher watcher;
+    const auto item = makeItem(true);
+    ASSERT_TRUE(appears(watcher));
+
+    const auto all = testbus::call(host_, target(watcher.items().front(), "org.freedesktop.DBus.Properties"), "GetAll",
+        g_variant_new("(s)", itemInterface));
+
+    ASSERT_TRUE(all);
+    const auto values = desktop::adoptVariant(g_variant_get_child_value(all.get(), 0));
+    const std::pair<const char*, const char*> types[] = { { "Category", "s" }, { "Id", "s" }, { "Title", "s" },
+        { "Status", "s" }, { "WindowId", "i" }, { "IconThemePath", "s" }, { "Menu", "o" }, { "ItemIsMenu", "b" },
+        { "IconName", "s" }, { "IconPixmap", "a(iiay)" }, { "OverlayIconName", "s" },
+        { "OverlayIconPixmap", "a(iiay)" }, { "AttentionIconName", "s" }, { "AttentionIconPixmap", "a(iiay)" },
+        { "AttentionMovieName", "s" }, { "ToolTip", "(sa(iiay)ss)" }, { "XAyatanaLabel", "s" } };
+    for (const auto& [name, type] : types) {
+        auto* value = g_variant_lookup_value(values.get(), name, G_VARIANT_TYPE(type));
+        ASSERT_NE(value, nullptr) << name;
+        g_variant_unref(value);
+    }
+    const auto pixmaps
+        = desktop::adoptVariant(g_variant_lookup_value(values.get(), "IconPixmap", G_VARIANT_TYPE("a(iiay)")));
+    std::vector<int> sizes;
+    for (gsize index = 0; index < g_variant_n_children(pixmaps.get()); ++index) {
+        gint32 width = 0;
+        gint32 height = 0;
+        GVariant* pixels = nullptr;
+        g_variant_get_child(pixmaps.get(), index, "(ii@ay)", &width, &height, &pixels);
+        const auto owned = desktop::adoptVariant(pixels);
+        EXPECT_EQ(width, height);
+        EXPECT_EQ(g_variant_n_children(pixels), static_cast<gsize>(width * height * 4));
+        sizes.push_back(width);
+    }
+    EXPECT_THAT(sizes, ElementsAre(16, 22, 24, 32, 48, 64));
+}
+
+TEST_F(StatusItemTest, ATemplateSymbolIsAlsoAnIconThatHostsRecolour)
+{
+    const FakeWatcher watcher;
+    const auto item = makeItem(true);
+    ASSERT_TRUE(appears(watcher));
+
+    EXPECT_EQ(property(watcher.items().front(), "IconName"), "(<'perchly-star-symbolic'>,)");
+    EXPECT_THAT(property(watcher.items().front(), "IconThemePath"), EndsWith("/icons'>,)"));
+}
+
+TEST_F(StatusItemTest, ATitleIsDrawnAndGivenAsTheLabel)
+{
+    const FakeWatcher watcher;
+    const auto item = StatusBar::systemStatusBar().statusItem();
+    item->button()->setTitle("YT");
+    ASSERT_TRUE(appears(watcher));
+
+    EXPECT_EQ(property(watcher.items().front(), "IconName"), "(<''>,)");
+    EXPECT_EQ(property(watcher.items().front(), "XAyatanaLabel"), "(<'YT'>,)");
+    EXPECT_THAT(property(watcher.items().front(), "IconPixmap"), HasSubstr("(22, 22, ["));
+}
+
+TEST_F(StatusItemTest, AppearsAsSoonAsThereIsAStatusArea)
+{
+    const auto item = makeItem(true);
+    testbus::settle(host_);
+
+    const FakeWatcher watcher;
+
+    EXPECT_TRUE(appears(watcher));
+}
+
+TEST_F(StatusItemTest, ComesBackWithTheStatusArea)
+{
+    std::optional<FakeWatcher> watcher(std::in_place);
+    const auto item = makeItem(true);
+    const auto other = makeItem(false);
+    ASSERT_TRUE(appears(*watcher, 2));
+
+    watcher.reset();
+    testbus::settle(host_);
+    watcher.emplace();
+
+    EXPECT_TRUE(appears(*watcher, 2));
+}
+
+TEST_F(StatusItemTest, RegistersAgainWhenItWasForgotten)
+{
+    FakeWatcher watcher;
+    const auto item = makeItem(true);
+    ASSERT_TRUE(appears(watcher));
+
+    watcher.forget(watcher.items().front());
+
+    EXPECT_TRUE(waitUntil([&] { return watcher.registrations() == 2; }));
+    EXPECT_THAT(watcher.items(), SizeIs(1));
+}
+
+TEST_F(StatusItemTest, TakesNoNoticeWhenAnotherItemWasForgotten)
+{
+    FakeWatcher watcher;
+    const auto item = makeItem(true);
+    ASSERT_TRUE(appears(watcher));
+
+    // Another connection's name that begins as this item's does.
+    auto other = watcher.items().front();
+    other.insert(other.find('/'), "7");
+    watcher.forget(other);
+    watcher.forget(watcher.items().front());
+
+    EXPECT_TRUE(waitUntil([&] { return watcher.registrations() == 2; }));
+    testbus::settle(host_);
+    EXPECT_EQ(watcher.registrations(), 2);
+}
+
+TEST_F(StatusItemTest, LeavesTheStatusAreaWithItsLastOwner)
+{
+    const FakeWatcher watcher;
+    const auto stays = makeItem(true);
+    auto goes = makeItem(false);
+    ASSERT_TRUE(appears(watcher, 2));
+
+    goes.reset();
+
+    ASSERT_TRUE(appears(watcher));
+    EXPECT_THAT(watcher.items().front(), EndsWith("/perchly"));
+}
+
+TEST_F(StatusItemTest, MayGoBeforeItWasConnected)
+{
+    const FakeWatcher watcher;
+    makeItem(true).reset();
+
+    const auto later = makeItem(false);
+
+    ASSERT_TRUE(appears(watcher));
+    EXPECT_EQ(watcher.registrations(), 1);
+}
+
+TEST_F(StatusItemTest, ANewMenuTakesThePlaceOfTheFormerOneOnTheSameItem)
+{
+    const FakeWatcher watcher;
+    const auto item = makeItem(true);
+    ASSERT_TRUE(appears(watcher));
+    auto menuObject = target(watcher.items().front(), "com.canonical.dbusmenu");
+    menuObject.path = "/MenuBar";
+
+    item->setMenu(menu("Leave"));
+
+    EXPECT_TRUE(waitUntil(
+        [&] { return print(menuObject, "GetProperty", g_variant_new("(is)", 2, "label")) == "(<'Leave'>,)"; }));
+    EXPECT_EQ(watcher.registrations(), 1);
+}
+
+TEST_F(StatusItemTest, AnItemThatGetsItsMenuLaterBecomesAMenu)
+{
+    const FakeWatcher watcher;
+    const auto item = makeItem(false);
+    ASSERT_TRUE(appears(watcher));
+
+    item->setMenu(menu("Quit"));
+
+    EXPECT_TRUE(waitUntil(
+        [&] { return watcher.items().size() == 1 && watcher.items().front().ends_with("/NotificationItem/perchly"); }));
+}
+
+TEST_F(StatusItemTest, ARowWithAnActionAndASubmenuBeginsItsSubmenuWithOpen)
+{
+    const FakeWatcher watcher;
+    const auto item = makeItem(true);
+    const auto both = menu("Site");
+    const auto submenu = menu("Open in System Browser");
+    submenu->items().front()->setImage(Image::systemSymbol("safari"));
+    both->items().front()->setSubmenu(submenu);
+    item->setMenu(both);
+    ASSERT_TRUE(appears(watcher));
+    auto menuObject = target(watcher.items().front(), "com.canonical.dbusmenu");
+    menuObject.path = "/MenuBar";
+
+    EXPECT_EQ(print(menuObject, "GetProperty", g_variant_new("(is)", 2, "label")), "(<'Open'>,)");
+    EXPECT_THAT(both->items().front()->submenu()->items(), SizeIs(1));
+    for (const auto id : { 1, 2 })
+        print(menuObject, "Event", g_variant_new("(isvu)", id, "clicked", g_variant_new_int32(0), 0U));
+    EXPECT_TRUE(waitUntil([&] { return clicks_->number() == 2; }));
+    // The picture of the other row is drawn once it was asked for.
+    EXPECT_TRUE(
+        waitUntil([&] { return print(menuObject, "GetProperty", g_variant_new("(is)", 3, "icon-data")) != "error"; }));
+}
+
+TEST(StatusImageTest, SymbolsAreFoundByRuleOrAlias)
+{
+    EXPECT_TRUE(Image::systemSymbol("lock.shield.fill"));
+    EXPECT_TRUE(Image::systemSymbol("safari"));
+    EXPECT_TRUE(Image::systemSymbol("safari")->isTemplate());
+    EXPECT_TRUE(Image::imageNamed("AppStatusBarIcon"));
+}
+
+TEST(StatusImageTest, WhatIsNoSymbolGivesNone)
+{
+    for (const auto* name : { "", "YT", "🚀", "../icons/perchly-star-symbolic", "lock_shield", "no.such.symbol", "/" })
+        EXPECT_FALSE(Image::systemSymbol(name)) << name;
+    EXPECT_FALSE(Image::imageNamed("NoSuchAsset"));
+}
+
+} // namespace
