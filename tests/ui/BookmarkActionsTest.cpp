@@ -8,8 +8,6 @@ namespace {
 /// The toolbar's three ways to make the page a bookmark.
 class BookmarkActionsTest : public BrowserTest {
 protected:
-    BookmarkActionsTest() { store(); }
-
     [[nodiscard]] const perchly::Bookmark& lastBookmark() const { return store().bookmarks().back(); }
 
     int announcements = 0;

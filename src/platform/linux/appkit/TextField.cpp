@@ -34,6 +34,17 @@ std::string_view commandFor(guint key, GdkModifierType state)
     return {};
 }
 
+bool isWhollySelected(GtkEditable* editable)
+{
+    if (!(gtk_widget_get_state_flags(GTK_WIDGET(editable)) & GTK_STATE_FLAG_FOCUS_WITHIN))
+        return false;
+    const auto* text = gtk_editable_get_text(editable);
+    auto start = 0;
+    auto end = 0;
+    gtk_editable_get_selection_bounds(editable, &start, &end);
+    return start == 0 && end == g_utf8_strlen(text, -1);
+}
+
 } // namespace
 
 TextField::TextField()
@@ -60,7 +71,12 @@ TextField::TextField()
 
 void TextField::setStringValue(std::string_view text)
 {
-    gtk_editable_set_text(GTK_EDITABLE(widgetOf(*this)), std::string(text).c_str());
+    auto* editable = GTK_EDITABLE(widgetOf(*this));
+    const auto wasSelected = isWhollySelected(editable);
+    gtk_editable_set_text(editable, std::string(text).c_str());
+    // Who was about to type over the old text is about to type over the new one.
+    if (wasSelected)
+        gtk_editable_select_region(editable, 0, -1);
 }
 
 std::string TextField::stringValue() const
