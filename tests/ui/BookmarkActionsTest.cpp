@@ -30,6 +30,7 @@ TEST_F(BookmarkActionsTest, DoNothingWithoutAPage)
 TEST_F(BookmarkActionsTest, PinningAPageMakesAPinnedBookmarkAndPinningAgainUnpinsIt)
 {
     open("/");
+    ASSERT_TRUE(hasTitle("First"));
 
     toolbar().pinButton->performClick();
 
@@ -80,6 +81,7 @@ TEST_F(BookmarkActionsTest, APageWithoutATitleIsNamedByItsAddress)
 TEST_F(BookmarkActionsTest, AddingAPageSaysSoWhenTheButtonIsGreyAlready)
 {
     open("/");
+    ASSERT_TRUE(hasTitle("First"));
     std::string message;
     std::string details;
     auto wasEnabled = true;

@@ -41,6 +41,12 @@ protected:
         ASSERT_TRUE(showsPage(path));
     }
 
+    /// The title arrives a little after the page.
+    [[nodiscard]] bool hasTitle(std::string_view title) const
+    {
+        return perchly::test::waitUntil([&] { return browser->webView()->title() == title; });
+    }
+
     [[nodiscard]] perchly::Bookmark bookmarkFor(std::string_view path) const
     {
         return { .title = "A bookmark", .url = server.url(path) };

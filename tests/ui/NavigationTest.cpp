@@ -39,6 +39,7 @@ TEST_F(NavigationTest, AnyOtherSchemeGetsHttpsInFrontOfTheWholeEntry)
 TEST_F(NavigationTest, ScriptsAndFilesAreNeverRunOrShown)
 {
     open("/");
+    ASSERT_TRUE(hasTitle("First"));
     for (const auto* entry : { "javascript:document.title='ran'", "file:///etc/passwd", "data:text/html,ran" }) {
         enter(entry);
         ASSERT_TRUE(perchly::test::waitUntil([&] { return !browser->webView()->isLoading(); })) << entry;
@@ -230,8 +231,10 @@ TEST_F(NavigationTest, ALinkToANewWindowOpensInTheSameView)
 TEST_F(NavigationTest, AFailedLoadLeavesThePage)
 {
     open("/");
+    ASSERT_TRUE(hasTitle("First"));
+    const auto addressOfNobody = [] { return perchly::test::TestServer().url("/"); }();
 
-    enter("http://127.0.0.1:9");
+    enter(addressOfNobody);
 
     EXPECT_TRUE(perchly::test::waitUntil([&] { return !browser->webView()->isLoading(); }));
     EXPECT_TRUE(showsPage("/"));
