@@ -24,7 +24,7 @@ check() {
     if "$@"; then
         echo "ok: $sentence"
     else
-        echo "FAILED: $sentence ($*)"
+        echo "FAILED: $sentence"
         failures=$((failures + 1))
         picture_of_failure
     fi
@@ -86,7 +86,7 @@ bookmark_file() {
 }
 
 log_has() {
-    grep -qF -- "$1" "$log"
+    [[ -f $log ]] && grep -qF -- "$1" "$log"
 }
 
 # All processes below one, itself included.
@@ -227,12 +227,13 @@ remember_empty_panel() {
 
 # Sets ICON_X and ICON_Y to the middle of what is new in the panel; fails when nothing is.
 find_icon() {
-    local box width height panel
+    local box width height panel icon_left icon_top
     picture_of_panel "$PERCHLY_DESKTOP/panel-now.png"
+    # Nothing new trims to a place of -1.
     box=$(convert "$PERCHLY_DESKTOP/panel-empty.png" "$PERCHLY_DESKTOP/panel-now.png" -compose difference -composite \
-        -colorspace gray -threshold 10% -trim -format '%w %h %X %Y %[fx:maxima]' info: 2>/dev/null) || return 1
-    read -r width height icon_left icon_top maximum <<<"$box"
-    [[ ${maximum:-0} != 0 ]] || return 1
+        -colorspace gray -threshold 10% -trim -format '%w %h %X %Y' info: 2>/dev/null) || return 1
+    read -r width height icon_left icon_top <<<"$box"
+    ((icon_left >= 0)) || return 1
     panel=$(panel_rectangle)
     panel=${panel#*+}
     ICON_X=$((${panel%+*} + ${icon_left#+} + width / 2))
@@ -241,17 +242,22 @@ find_icon() {
 
 # --- The popover's inside -------------------------------------------------------------------------------------
 
-# The toolbar is 40 pixels high; the address field stands in its middle, between the buttons.
+# The content of a browser that nobody has resized, and the toolbar on top of it.
+content_width=600
+content_height=700
 toolbar_height=40
-popover_height=700
 
-# Sets TOP to the upper edge of the popover's content, below an arrow that points up.
+# Sets LEFT and TOP to the content's corner. Around it the window has an equal margin for the shadow, except on
+# the panel's side, where the arrow is.
 locate_content() {
+    local margin
     locate_popover || return 1
-    TOP=$Y
-    if [[ ${PERCHLY_DESKTOP_PANEL:-top} == top ]]; then
-        TOP=$((Y + HEIGHT - popover_height))
-    fi
+    margin=$(((WIDTH - content_width) / 2))
+    LEFT=$((X + margin))
+    case ${PERCHLY_DESKTOP_PANEL:-top} in
+        bottom) TOP=$((Y + margin)) ;;
+        *) TOP=$((Y + HEIGHT - margin - content_height)) ;;
+    esac
 }
 
 # Open Browser as a user chooses it: by the icon and its menu's first row.
@@ -268,7 +274,7 @@ choose_first_row() {
 
 type_address() {
     locate_content
-    xdotool mousemove $((X + WIDTH / 2)) $((TOP + toolbar_height / 2)) click --repeat 3 --delay 30 1
+    xdotool mousemove $((LEFT + content_width / 2)) $((TOP + toolbar_height / 2)) click --repeat 3 --delay 30 1
     xdotool key ctrl+a type --delay 5 "$1"
     xdotool key Return
 }
@@ -278,7 +284,7 @@ page_looks() {
     local red green blue
     locate_content || return 1
     read -r red green blue < <(import -silent -window root -crop \
-        "20x20+$((X + WIDTH / 2))+$((TOP + toolbar_height + 8))" +repage -scale 1x1 -depth 8 rgb:- | od -An -tu1)
+        "20x20+$((LEFT + content_width / 2))+$((TOP + toolbar_height + 8))" +repage -resize '1x1!' -depth 8 rgb:- | od -An -tu1)
     case $1 in
         blue) ((blue > red + 40 && blue > green + 40)) ;;
         green) ((green > red + 40 && blue < green + 40)) ;;
