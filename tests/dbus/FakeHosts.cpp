@@ -156,19 +156,29 @@ PlasmaHost::PlasmaHost(std::string service, std::string path)
 
 void PlasmaHost::openMenu()
 {
+    const auto start = static_cast<std::ptrdiff_t>(traffic().size());
+    isOpening_ = true;
     const auto reply = call("AboutToShow", g_variant_new("(i)", 0));
+    isOpening_ = false;
     gboolean needsUpdate = FALSE;
     g_variant_get(reply.get(), "(b)", &needsUpdate);
-    if (needsUpdate) {
-        ignoresNextUpdate_ = true;
+    ignoresNextUpdate_ = needsUpdate;
+    // GIO may hand over a signal before the reply that it followed on the wire; Plasma's library never does.
+    const auto arrived = traffic();
+    const auto answered = std::find(arrived.begin() + start, arrived.end(), "reply");
+    const auto early = static_cast<std::size_t>(std::count(arrived.begin() + start, answered, "LayoutUpdated"));
+    if (ignoresNextUpdate_ || early > 0)
         fetchLayout(1, {});
-    }
+    for (auto late = std::exchange(heldBack_, 0); late > early; --late)
+        layoutUpdated();
     testbus::settle(connection_);
 }
 
 void PlasmaHost::layoutUpdated()
 {
-    if (!std::exchange(ignoresNextUpdate_, false))
+    if (isOpening_)
+        ++heldBack_;
+    else if (!std::exchange(ignoresNextUpdate_, false))
         fetchLayout(1, {});
 }
 

@@ -71,6 +71,8 @@ public:
 
 private:
     void layoutUpdated() override;
+    bool isOpening_ = false;
+    std::size_t heldBack_ = 0;
     bool ignoresNextUpdate_ = false;
 };
 

@@ -55,11 +55,18 @@ std::string nameOf(const Connection& connection)
 
 bool waitUntil(const std::function<bool()>& condition)
 {
-    bool expired = false;
-    const auto deadline = desktop::callAfter(deadlineMilliseconds, [&expired] { expired = true; });
-    while (!condition() && !expired)
+    // Wakes the loop, so that a condition outside of it is looked at too.
+    constexpr unsigned tickMilliseconds = 5;
+    const auto tick = g_timeout_add(
+        tickMilliseconds, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
+    const auto end = g_get_monotonic_time() + deadlineMilliseconds * gint64 { 1000 };
+    auto holds = condition();
+    while (!holds && g_get_monotonic_time() < end) {
         g_main_context_iteration(nullptr, TRUE);
-    return condition();
+        holds = condition();
+    }
+    g_source_remove(tick);
+    return holds;
 }
 
 desktop::VariantPointer call(const Connection& connection, const Call& target, const char* method, GVariant* parameters)
