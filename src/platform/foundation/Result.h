@@ -39,6 +39,9 @@ private:
 /// Success without a value, or an error.
 using Status = Result<std::monostate>;
 
-inline Status success() { return Status(std::monostate {}); }
+inline Status success()
+{
+    return Status(std::monostate {});
+}
 
 } // namespace foundation
