@@ -12,7 +12,8 @@ constexpr auto askAgainOrder = "again";
 /// More frames than a page has: beyond it the frames are asked who is still there.
 constexpr std::size_t tidyLimit = 256;
 
-// Runs in every frame, in our world. A frame out of the page cache has lost its question and asks anew.
+// Runs in every frame, in our world. A frame out of the page cache may have lost its question and asks anew; the
+// former one may still be answered first.
 constexpr auto frameScript = R"js((secret) => {
     const handler = window.webkit.messageHandlers.silence;
     const pauseIn = (root) => {
@@ -27,13 +28,12 @@ constexpr auto frameScript = R"js((secret) => {
     const ask = () => {
         const mine = ++question;
         handler.postMessage(null).then((order) => {
-            if (mine !== question)
-                return;
             if (order === "pause") {
                 pauseIn(document);
                 window.dispatchEvent(new Event(secret));
             }
-            ask();
+            if (mine === question)
+                ask();
         }, () => {});
     };
     window.addEventListener("pageshow", (event) => event.persisted && ask());

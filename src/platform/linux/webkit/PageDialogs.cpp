@@ -33,8 +33,9 @@ GtkWidget* shownDialog(WebKitWebView* page)
 
 } // namespace
 
-PageDialogs::PageDialogs(WebKitWebView* page)
+PageDialogs::PageDialogs(WebKitWebView* page, std::function<void()> pageDoesNotLetGo)
     : page_(page)
+    , pageDoesNotLetGo_(std::move(pageDoesNotLetGo))
 {
     connections_.push_back(desktop::connect<gboolean(WebKitScriptDialog*)>(
         page_, "script-dialog", [this](WebKitScriptDialog* dialog) -> gboolean { return answer(dialog); }));
@@ -46,6 +47,12 @@ PageDialogs::PageDialogs(WebKitWebView* page)
             latest_.clear();
         }));
     connections_.push_back(desktop::connect<void()>(page_, "map", [this] { release(); }));
+}
+
+void PageDialogs::setLeaving(bool isLeaving)
+{
+    isLeaving_ = isLeaving;
+    askedWhileLeaving_ = 0;
 }
 
 bool PageDialogs::isPageWaiting() const
@@ -68,6 +75,11 @@ bool PageDialogs::answer(WebKitScriptDialog* dialog)
 {
     if (webkit_script_dialog_get_dialog_type(dialog) == WEBKIT_SCRIPT_DIALOG_BEFORE_UNLOAD_CONFIRM) {
         webkit_script_dialog_confirm_set_confirmed(dialog, TRUE);
+        return true;
+    }
+    if (isLeaving_) {
+        if (++askedWhileLeaving_ == floodLength)
+            pageDoesNotLetGo_();
         return true;
     }
     if (!isFlood())

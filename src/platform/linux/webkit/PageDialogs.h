@@ -5,16 +5,20 @@
 #include <webkit/webkit.h>
 
 #include <deque>
+#include <functional>
 #include <memory>
 #include <vector>
 
 namespace webkit {
 
 /// Lets a page show its dialogs, which stop its scripts until they are answered, but not one after the other without
-/// end: those of a page that floods the user are answered with "cancel" unseen and slowly, until it is left.
+/// end: those of a page that floods the user are answered with "cancel" unseen and slowly, until it is left. While it
+/// is being left it shows none; one that asks on and on even then doesn't let go.
 class PageDialogs {
 public:
-    explicit PageDialogs(WebKitWebView* page);
+    PageDialogs(WebKitWebView* page, std::function<void()> pageDoesNotLetGo);
+
+    void setLeaving(bool isLeaving);
 
     /// True while the page waits for an answer, and can't be left.
     [[nodiscard]] bool isPageWaiting() const;
@@ -33,6 +37,9 @@ private:
     void release();
 
     WebKitWebView* page_;
+    std::function<void()> pageDoesNotLetGo_;
+    bool isLeaving_ = false;
+    std::size_t askedWhileLeaving_ = 0;
     bool isFlooding_ = false;
     std::deque<gint64> latest_;
     std::unique_ptr<WebKitScriptDialog, Unref> held_;

@@ -17,7 +17,7 @@ constexpr auto explanation = R"html(<!DOCTYPE html>
 
 PageRecovery::PageRecovery(WebKitWebView* page)
     : page_(page)
-    , dialogs_(page)
+    , dialogs_(page, [this] { endAndLeave(); })
 {
     connections_.push_back(desktop::connect<void(WebKitLoadEvent)>(
         page_, "load-changed", [this](WebKitLoadEvent event) { loadChanged(event); }));
@@ -34,8 +34,14 @@ void PageRecovery::leave(std::function<void()> navigation)
     if (dialogs_.isPageWaiting())
         webkit_web_view_terminate_web_process(page_);
     // Kept for the case that the page turns out to hang: the engine knows after three seconds.
-    pending_ = navigation;
+    setPending(navigation);
     navigation();
+}
+
+void PageRecovery::setPending(std::function<void()> navigation)
+{
+    pending_ = std::move(navigation);
+    dialogs_.setLeaving(pending_ && hasPage_);
 }
 
 void PageRecovery::loadChanged(WebKitLoadEvent event)
@@ -45,16 +51,22 @@ void PageRecovery::loadChanged(WebKitLoadEvent event)
         isRecovering_ = false;
     }
     if (event == WEBKIT_LOAD_COMMITTED || !webkit_web_view_is_loading(page_))
-        pending_ = nullptr;
+        setPending(nullptr);
 }
 
 void PageRecovery::responsivenessChanged()
 {
     // Without a page the process is merely slow to start.
-    if (!pending_ || !hasPage_ || webkit_web_view_get_is_web_process_responsive(page_))
-        return;
+    if (pending_ && hasPage_ && !webkit_web_view_get_is_web_process_responsive(page_))
+        endAndLeave();
+}
+
+void PageRecovery::endAndLeave()
+{
+    // Later, because the page's request is still being handled.
     later_ = desktop::callAfter(0, [this] {
         const auto navigation = std::exchange(pending_, nullptr);
+        setPending(nullptr);
         if (!navigation)
             return;
         webkit_web_view_terminate_web_process(page_);

@@ -25,7 +25,9 @@ public:
 
 private:
     void loadChanged(WebKitLoadEvent event);
+    void setPending(std::function<void()> navigation);
     void responsivenessChanged();
+    void endAndLeave();
     void processDied(WebKitWebProcessTerminationReason reason);
     void reloadOrExplain();
     void loadAgain();
