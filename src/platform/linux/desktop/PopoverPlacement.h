@@ -19,7 +19,7 @@ struct PopoverScene {
     /// The primary one first.
     std::vector<MonitorArea> monitors;
     /// A point inside the icon that the popover points at; none while unknown.
-    std::optional<PixelPoint> anchor;
+    std::optional<PixelPoint> anchor {};
     bool isRightToLeft = false;
 };
 
