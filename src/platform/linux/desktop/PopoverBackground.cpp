@@ -9,7 +9,7 @@ constexpr auto border = 1;
 constexpr auto cornerRadius = 12;
 constexpr auto arrowLength = 10;
 /// The arrow is a square on its corner, sunk into the box by the border.
-constexpr auto arrowSquare = 15;
+constexpr auto arrowSquare = 17;
 constexpr auto shadow = 18;
 constexpr auto gap = 6;
 constexpr auto iconReach = 14;

@@ -99,8 +99,7 @@ void PopoverWindow::setContent(GtkWidget* content)
         return;
     entering_.reset();
     if (before)
-        rememberFirstResponder(before);
-    setPopoverContent(background_, nullptr);
+        leave(before);
     content_ = content ? retain(content) : nullptr;
     if (!content)
         return;
@@ -111,6 +110,14 @@ void PopoverWindow::setContent(GtkWidget* content)
         entering_ = callAfter(0, [this] { enter(); });
     else
         enter();
+}
+
+void PopoverWindow::leave(GtkWidget* content)
+{
+    rememberFirstResponder(content);
+    // Otherwise the window looks for another widget to focus, and finds one in the content that comes next.
+    gtk_window_set_focus(window(), nullptr);
+    setPopoverContent(background_, nullptr);
 }
 
 void PopoverWindow::enter()

@@ -39,6 +39,7 @@ public:
 
 private:
     void connectSignals();
+    void leave(GtkWidget* content);
     void enter();
     void layOut();
     void place();
