@@ -2,7 +2,7 @@
 // Draws a small square picture in each of the sizes and writes the result to standard output.
 //   FORMAT  pixmaps: a serialised a(iiay) of ARGB32, network order, straight alpha; png: a PNG file of the first size
 //   KIND    file: SUBJECT is the path of a drawing; text: SUBJECT is the text
-//   COLOUR  #rrggbb paints the coverage in that colour, own keeps the subject's colours
+//   COLOUR  #rrggbb paints a drawing's coverage, or a text's letters, in that colour; own keeps a drawing's colours
 
 #include <glib.h>
 #include <librsvg/rsvg.h>
@@ -33,6 +33,7 @@ struct UnrefObject {
 using Surface = std::unique_ptr<cairo_surface_t, DestroySurface>;
 using Context = std::unique_ptr<cairo_t, DestroyContext>;
 using Bytes = std::vector<unsigned char>;
+using Colour = std::array<double, 3>;
 
 constexpr int smallestSize = 1;
 constexpr int largestSize = 512;
@@ -41,18 +42,18 @@ struct Request {
     bool isPng = false;
     bool isText = false;
     std::string subject;
-    std::optional<std::array<double, 3>> colour;
+    std::optional<Colour> colour;
     std::vector<int> sizes;
 };
 
-std::optional<std::array<double, 3>> parseColour(const char* text)
+std::optional<Colour> parseColour(const char* text)
 {
     unsigned red = 0;
     unsigned green = 0;
     unsigned blue = 0;
     if (std::sscanf(text, "#%2x%2x%2x", &red, &green, &blue) != 3)
         return std::nullopt;
-    return std::array { red / 255.0, green / 255.0, blue / 255.0 };
+    return Colour { red / 255.0, green / 255.0, blue / 255.0 };
 }
 
 std::optional<Request> parse(int count, char** arguments)
@@ -82,15 +83,17 @@ bool drawFile(cairo_t* context, const std::string& path, int size)
     return rsvg_handle_render_document(drawing.get(), context, &whole, nullptr);
 }
 
-/// As large as the square allows, centred by what is inked.
-bool drawText(cairo_t* context, const std::string& text, int size)
+/// As large as the square allows, centred by what is inked. Emoji keep their own colours.
+bool drawText(cairo_t* context, const Request& request, int size)
 {
+    const auto colour = request.colour.value_or(Colour {});
+    cairo_set_source_rgb(context, colour[0], colour[1], colour[2]);
     std::unique_ptr<PangoLayout, UnrefObject> layout(pango_cairo_create_layout(context));
     auto* font = pango_font_description_from_string("Sans Medium");
     pango_font_description_set_absolute_size(font, size * 0.9 * PANGO_SCALE);
     pango_layout_set_font_description(layout.get(), font);
     pango_font_description_free(font);
-    pango_layout_set_text(layout.get(), text.c_str(), -1);
+    pango_layout_set_text(layout.get(), request.subject.c_str(), -1);
 
     PangoRectangle ink;
     pango_layout_get_pixel_extents(layout.get(), &ink, nullptr);
@@ -104,7 +107,7 @@ bool drawText(cairo_t* context, const std::string& text, int size)
     return true;
 }
 
-Surface recoloured(const Surface& drawn, const std::array<double, 3>& colour, int size)
+Surface recoloured(const Surface& drawn, const Colour& colour, int size)
 {
     Surface painted(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, size, size));
     const Context context(cairo_create(painted.get()));
@@ -117,12 +120,14 @@ Surface draw(const Request& request, int size)
 {
     Surface surface(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, size, size));
     const Context context(cairo_create(surface.get()));
-    const bool drawn = request.isText ? drawText(context.get(), request.subject, size)
-                                      : drawFile(context.get(), request.subject, size);
+    const bool drawn
+        = request.isText ? drawText(context.get(), request, size) : drawFile(context.get(), request.subject, size);
     if (!drawn)
         return nullptr;
     cairo_surface_flush(surface.get());
-    return request.colour ? recoloured(surface, *request.colour, size) : std::move(surface);
+    if (request.colour && !request.isText)
+        return recoloured(surface, *request.colour, size);
+    return surface;
 }
 
 /// Cairo holds premultiplied pixels as words; the bus takes straight ones as bytes A, R, G, B.
