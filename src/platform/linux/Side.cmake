@@ -18,7 +18,6 @@ target_sources(perchly_platform PRIVATE
   linux/desktop/MenuTree.cpp
   linux/desktop/Monitors.cpp
   linux/desktop/Picture.cpp
-  linux/desktop/PictureDrawer.cpp
   linux/desktop/Pointer.cpp
   linux/desktop/PopoverBackground.cpp
   linux/desktop/PopoverDismissal.cpp
