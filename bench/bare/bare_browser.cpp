@@ -26,8 +26,10 @@ int main(int argc, char** argv)
     }
     // The same drawing as Perchly's, and its backend.
     const auto isSoftwareDrawn = !hasRenderNode();
-    if (isSoftwareDrawn)
+    if (isSoftwareDrawn) {
         g_setenv("GSK_RENDERER", "cairo", FALSE);
+        g_setenv("GDK_DEBUG", "gl-disable", FALSE);
+    }
     gdk_set_allowed_backends("x11,wayland,*");
     gtk_init();
 

@@ -89,6 +89,7 @@ struct Idle {
     std::string engineProcesses;
     std::string libraries;
     std::string display;
+    std::string changes;
 };
 
 void idleOnce(const std::filesystem::path& program, MeasuringHost& host, Idle& into)
@@ -108,8 +109,10 @@ void idleOnce(const std::filesystem::path& program, MeasuringHost& host, Idle& i
     into.megabytes.push_back(static_cast<double>(proportionalMemory(processes)) / 1024);
     const auto before = contextSwitches(processes);
     std::this_thread::sleep_for(span); // the span that is counted
-    const auto switches = contextSwitches(ProcessTree::members()) - before;
-    into.wakeUps.push_back(static_cast<double>(switches) / std::chrono::duration<double>(span).count());
+    const auto after = ProcessTree::members();
+    into.changes += after == processes ? "" : "yes";
+    const auto switches = static_cast<double>(contextSwitches(after)) - static_cast<double>(before);
+    into.wakeUps.push_back(switches / std::chrono::duration<double>(span).count());
 
     into.engineProcesses += joined(namesWith(processes, { "WebKit" }));
     into.libraries
@@ -203,6 +206,7 @@ void measureIdle(const Setting& setting, MeasuringHost& host, Report& report)
     report.require("No process of the engine runs at rest", ours.engineProcesses);
     report.require("No library of the engine, of GTK or of X11 is mapped at rest", ours.libraries);
     report.require("The display is not touched", ours.display);
+    report.require("No process comes or goes at rest", ours.changes);
 }
 
 void measureStore(const Setting& setting, Report& report)

@@ -88,13 +88,22 @@ double ProgramRun::end()
     if (!std::exchange(isRunning_, false))
         return 0;
     auto sum = 0.0;
-    // Parents first, so that nothing is seen to crash. What a process had already waited for is part of its usage.
     for (auto processes = ProcessTree::members(); !processes.empty(); processes = ProcessTree::members()) {
+        std::map<pid_t, double> unseen;
+        for (const auto process : processes)
+            unseen[process] = processorMilliseconds({ process });
+        // Parents first, so that nothing is seen to crash.
         for (const auto process : processes)
             kill(process, SIGKILL);
+        // What a process had waited for itself is part of its usage.
         rusage usage {};
-        while (wait4(-1, nullptr, 0, &usage) > 0)
+        for (auto process = wait4(-1, nullptr, 0, &usage); process > 0; process = wait4(-1, nullptr, 0, &usage)) {
             sum += milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime);
+            unseen.erase(process);
+        }
+        // A sandbox that ends takes its processes along, and their usage goes to nobody.
+        for (const auto& [process, time] : unseen)
+            sum += time;
     }
     return sum;
 }
