@@ -92,19 +92,6 @@ TEST_F(WebViewMediaTest, SilenceComesToAFrameOfAnotherSite)
     EXPECT_TRUE(waitUntil([&] { return elsewhere.requestCount("/paused") > 0; }));
 }
 
-TEST_F(WebViewMediaTest, SilenceComesToAPageThatTheUserWentBackTo)
-{
-    openPlaying(inDocument);
-    open("/");
-    webView->goBack();
-    ASSERT_TRUE(waitUntil([&] { return delegate->finished.size() == 3; }));
-    ASSERT_TRUE(waitForValue("player.play(); String(!player.paused)", "true"));
-
-    webView->pauseAllMediaPlayback();
-
-    EXPECT_TRUE(waitForValue("String(player.paused)", "true"));
-}
-
 TEST_F(WebViewMediaTest, SilencedMediaMayBePlayedAgainAndSilencedAgain)
 {
     openPlaying(inDocument);
