@@ -19,8 +19,9 @@ protected:
 
     PopoverDismissal dismissal;
     const Decision keep {};
-    const Decision close { true, std::nullopt };
-    const Decision lookAgain { false, PopoverDismissal::grace };
+    const Decision close { .closes = true };
+    const Decision lookAgain { .wakesAfter = PopoverDismissal::grace };
+    const Decision comeBack { .takesKeyboard = true, .wakesAfter = PopoverDismissal::grace };
 };
 
 TEST_F(PopoverDismissalTest, ClosesAfterATimeOfGraceWithoutTheKeyboard)
@@ -65,6 +66,25 @@ TEST_F(PopoverDismissalTest, StaysBehindADialogOfOurs)
 
     EXPECT_EQ(dismissal.woken({ .hasDialog = true }), lookAgain);
     EXPECT_EQ(dismissal.pressed(Press::Elsewhere, true), keep);
+}
+
+TEST_F(PopoverDismissalTest, TakesTheKeyboardBackFromWhoeverGotItAfterTheDialog)
+{
+    EXPECT_EQ(dismissal.activeChanged(false), lookAgain);
+    EXPECT_EQ(dismissal.woken({ .hasDialog = true }), lookAgain);
+
+    EXPECT_EQ(dismissal.woken({}), comeBack);
+    EXPECT_EQ(dismissal.woken({}), close);
+}
+
+TEST_F(PopoverDismissalTest, TakesNothingBackWhenTheDialogLeftItTheKeyboard)
+{
+    EXPECT_EQ(dismissal.activeChanged(false), lookAgain);
+    EXPECT_EQ(dismissal.woken({ .hasDialog = true }), lookAgain);
+    EXPECT_EQ(dismissal.activeChanged(true), keep);
+    EXPECT_EQ(dismissal.activeChanged(false), lookAgain);
+
+    EXPECT_EQ(dismissal.woken({}), close);
 }
 
 TEST_F(PopoverDismissalTest, WaitsForAPressedButtonToComeUp)

@@ -1,11 +1,14 @@
 #include "platform/linux/desktop/PopoverDismissal.h"
 
+#include <utility>
+
 namespace desktop {
 
 void PopoverDismissal::shown()
 {
     isShown_ = true;
     isInGrace_ = false;
+    wasBehindDialog_ = false;
     turnedAway_ = false;
     turnedAwayAt_.reset();
 }
@@ -22,6 +25,8 @@ PopoverDismissal::Decision PopoverDismissal::activeChanged(bool isActive)
 {
     const auto wasInGrace = isInGrace_;
     isInGrace_ = isTransient_ && isShown_ && !isActive;
+    if (!isInGrace_)
+        wasBehindDialog_ = false;
     if (!isInGrace_ || wasInGrace)
         return {};
     return { .wakesAfter = grace };
@@ -35,6 +40,8 @@ PopoverDismissal::Decision PopoverDismissal::woken(const Surroundings& surroundi
         isInGrace_ = false;
         return {};
     }
+    if (std::exchange(wasBehindDialog_, surroundings.hasDialog) && !surroundings.hasDialog)
+        return { .takesKeyboard = true, .wakesAfter = grace };
     // Nothing announces that the keyboard which was lent goes on to someone else, so look again.
     if (surroundings.isActiveWindow || surroundings.hasDialog || surroundings.isButtonDown)
         return { .wakesAfter = grace };

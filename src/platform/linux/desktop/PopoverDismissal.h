@@ -34,6 +34,8 @@ public:
 
     struct Decision {
         bool closes = false;
+        /// A dialog of ours has gone: take the keyboard back, whoever the window manager gave it to.
+        bool takesKeyboard = false;
         /// Call woken() after this time.
         std::optional<Time> wakesAfter {};
         bool operator==(const Decision&) const = default;
@@ -64,6 +66,7 @@ private:
     bool isTransient_ = false;
     bool isShown_ = false;
     bool isInGrace_ = false;
+    bool wasBehindDialog_ = false;
     bool turnedAway_ = false;
     std::optional<Time> turnedAwayAt_;
 };

@@ -284,6 +284,8 @@ void PopoverWindow::apply(const PopoverDismissal::Decision& decision)
     if (decision.wakesAfter)
         waking_ = callAfter(
             static_cast<unsigned>(decision.wakesAfter->count()), [this] { apply(dismissal_.woken(surroundings())); });
+    if (decision.takesKeyboard)
+        present();
     if (decision.closes)
         closes_(); // last: the owner may let go of us
 }
