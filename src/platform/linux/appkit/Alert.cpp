@@ -43,6 +43,8 @@ GtkDialog* makeDialog(const Alert& alert, const std::vector<std::string>& titles
     for (auto index = titles.size(); index-- > 0;)
         gtk_dialog_add_button(GTK_DIALOG(dialog), titles[index].c_str(), static_cast<int>(index));
     gtk_dialog_set_default_response(GTK_DIALOG(dialog), 0);
+    // Escape would otherwise destroy it, which runModal does.
+    gtk_window_set_hide_on_close(GTK_WINDOW(dialog), TRUE);
     return GTK_DIALOG(dialog);
 }
 
