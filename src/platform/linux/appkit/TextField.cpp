@@ -76,7 +76,7 @@ void TextField::setStringValue(std::string_view text)
     gtk_editable_set_text(editable, std::string(text).c_str());
     // Who was about to type over the old text is about to type over the new one.
     if (wasSelected)
-        gtk_editable_select_region(editable, 0, -1);
+        gtk_editable_select_region(editable, -1, 0); // its beginning stays in sight
 }
 
 std::string TextField::stringValue() const
