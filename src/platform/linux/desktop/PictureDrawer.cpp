@@ -195,5 +195,7 @@ int main(int count, char** arguments)
         std::fputs("usage: perchly-draw pixmaps|png file|text SUBJECT #rrggbb|own SIZE...\n", stderr);
         return 2;
     }
-    return (request->isPng ? writePng(*request) : writePixmaps(*request)) ? 0 : 1;
+    const bool written = request->isPng ? writePng(*request) : writePixmaps(*request);
+    // At once: all is written, and the font libraries' tidying up is of no use to a process that ends.
+    std::_Exit(written ? 0 : 1);
 }

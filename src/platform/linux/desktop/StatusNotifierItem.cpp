@@ -68,20 +68,20 @@ constexpr const char* interfaceBody = R"xml(
   </interface>
 </node>)xml";
 
-GDBusInterfaceInfo* parse(const std::string& xml)
+GDBusNodeInfo* parse(const std::string& xml)
 {
-    // Kept for ever: a connection refers to it until it is gone.
-    return g_dbus_node_info_new_for_xml(xml.c_str(), nullptr)->interfaces[0];
+    return g_dbus_node_info_new_for_xml(xml.c_str(), nullptr);
 }
 
+/// Kept for ever: a connection refers to it until it is gone.
 GDBusInterfaceInfo* itemInterface(bool hasActivate)
 {
     if (hasActivate) {
         static auto* const complete = parse(std::string(interfaceHead) + activateMethod + interfaceBody);
-        return complete;
+        return complete->interfaces[0];
     }
     static auto* const withoutActivate = parse(std::string(interfaceHead) + interfaceBody);
-    return withoutActivate;
+    return withoutActivate->interfaces[0];
 }
 
 GVariant* noPixmaps()
