@@ -39,7 +39,11 @@ private:
 
 class StatusItemTest : public testing::Test {
 protected:
-    void SetUp() override { g_unsetenv("DISPLAY"); }
+    void SetUp() override
+    {
+        g_unsetenv("DISPLAY");
+        g_unsetenv("XDG_CURRENT_DESKTOP");
+    }
 
     /// Made and furnished in one turn of the main loop, as the application does.
     std::shared_ptr<StatusItem> makeItem(bool withMenu)
@@ -100,6 +104,19 @@ TEST_F(StatusItemTest, AnItemWithAMenuOpensItOnAnyClick)
         = print(target(watcher.items().front(), "org.freedesktop.DBus.Introspectable"), "Introspect", nullptr);
     EXPECT_THAT(xml, HasSubstr("ContextMenu"));
     EXPECT_THAT(xml, Not(HasSubstr("\"Activate\"")));
+}
+
+TEST_F(StatusItemTest, AnItemWithAMenuTakesAClickWhereTheDesktopKnowsNoOtherWay)
+{
+    g_setenv("XDG_CURRENT_DESKTOP", "LXQt", TRUE);
+    const FakeWatcher watcher;
+    const auto item = makeItem(true);
+    ASSERT_TRUE(appears(watcher));
+    g_unsetenv("XDG_CURRENT_DESKTOP");
+
+    EXPECT_EQ(print(target(watcher.items().front(), itemInterface), "Activate", g_variant_new("(ii)", 3, 4)), "()");
+
+    EXPECT_TRUE(waitUntil([&] { return clicks_->number() == 1; }));
 }
 
 TEST_F(StatusItemTest, AnItemWithoutAMenuSendsItsActionOnAClick)
