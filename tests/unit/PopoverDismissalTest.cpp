@@ -65,6 +65,7 @@ TEST_F(PopoverDismissalTest, StaysBehindADialogOfOurs)
     EXPECT_EQ(dismissal.activeChanged(false), lookAgain);
 
     EXPECT_EQ(dismissal.woken({ .hasDialog = true }), lookAgain);
+    EXPECT_EQ(dismissal.woken({ .hasDialog = true }), lookAgain);
     EXPECT_EQ(dismissal.pressed(Press::Elsewhere, true), keep);
 }
 
