@@ -16,9 +16,11 @@ void chooseBackends()
 {
     // Only on X11 may a program place its windows and keep them above others; also through XWayland.
     gdk_set_allowed_backends("x11,wayland,*");
-    // Without a GPU the plain renderer saves a software GL stack in this process.
-    if (!hasRenderNode())
+    // Without a GPU the plain renderer saves a software GL stack in this process, unless the display loads it anyway.
+    if (!hasRenderNode()) {
         g_setenv("GSK_RENDERER", "cairo", FALSE);
+        g_setenv("GDK_DEBUG", "gl-disable", FALSE);
+    }
 }
 
 void addResources()
