@@ -3,9 +3,28 @@
 #include "platform/linux/appkit/ViewNative.h"
 
 namespace appkit {
+namespace {
+
+// Each step of a spinner lays its parent out anew: a box of its own keeps that from the view's constraints, which
+// would be solved sixty times a second.
+GtkWidget* makeBoxedSpinner()
+{
+    auto* spinner = gtk_spinner_new();
+    gtk_widget_set_hexpand(spinner, TRUE);
+    auto* box = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 0);
+    gtk_box_append(GTK_BOX(box), spinner);
+    return box;
+}
+
+GtkSpinner* spinnerOf(const ProgressIndicator& indicator)
+{
+    return GTK_SPINNER(gtk_widget_get_first_child(widgetOf(indicator)));
+}
+
+} // namespace
 
 ProgressIndicator::ProgressIndicator()
-    : View(makeNative(gtk_spinner_new))
+    : View(makeNative(makeBoxedSpinner))
 {
     gtk_widget_set_can_target(widgetOf(*this), FALSE);
     gtk_widget_add_css_class(widgetOf(*this), "covering");
@@ -25,18 +44,18 @@ void ProgressIndicator::setControlSize(ControlSize size)
 void ProgressIndicator::setDisplayedWhenStopped(bool displayed)
 {
     isDisplayedWhenStopped_ = displayed;
-    setHidden(!displayed && !gtk_spinner_get_spinning(GTK_SPINNER(widgetOf(*this))));
+    setHidden(!displayed && !gtk_spinner_get_spinning(spinnerOf(*this)));
 }
 
 void ProgressIndicator::startAnimation()
 {
     setHidden(false);
-    gtk_spinner_start(GTK_SPINNER(widgetOf(*this)));
+    gtk_spinner_start(spinnerOf(*this));
 }
 
 void ProgressIndicator::stopAnimation()
 {
-    gtk_spinner_stop(GTK_SPINNER(widgetOf(*this)));
+    gtk_spinner_stop(spinnerOf(*this));
     setHidden(!isDisplayedWhenStopped_);
 }
 
