@@ -6,10 +6,10 @@
 # Lists the functions that <target>, a static library, takes from the libraries of each group, and gives whoever links
 # it entries of those names in their place. The first library of a group is the one that is opened.
 function(add_late_binding target)
-  cmake_parse_arguments(LATE "" "" "SOURCES;DRAWING;TOOLKIT;ENGINE" ${ARGN})
+  cmake_parse_arguments(LATE "" "" "SOURCES;TOOLKIT;ENGINE" ${ARGN})
   set(symbols ${CMAKE_CURRENT_BINARY_DIR}/late/LateBindingSymbols.inc)
   set(groups)
-  foreach(group Drawing Toolkit Engine)
+  foreach(group Toolkit Engine)
     string(TOUPPER ${group} variable)
     set(files)
     foreach(name ${LATE_${variable}})

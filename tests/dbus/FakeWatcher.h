@@ -1,7 +1,7 @@
 #pragma once
 
 #include "TestBus.h"
-#include "platform/linux/desktop/ExportedObject.h"
+#include "platform/linux/statusarea/ExportedObject.h"
 
 #include <memory>
 #include <string>

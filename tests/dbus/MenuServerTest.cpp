@@ -1,6 +1,6 @@
-#include "platform/linux/desktop/MenuServer.h"
+#include "platform/linux/statusarea/MenuServer.h"
 #include "FakeHosts.h"
-#include "platform/linux/desktop/MenuInterface.h"
+#include "platform/linux/statusarea/MenuInterface.h"
 
 #include <gmock/gmock.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/appkit/Image.h"
-#include "platform/linux/desktop/Picture.h"
+#include "platform/linux/statusarea/Picture.h"
 
 #include <filesystem>
 

@@ -4,7 +4,7 @@
 #include "platform/linux/appkit/StatusBarButtonNative.h"
 #include "platform/linux/appkit/ViewNative.h"
 #include "platform/linux/appkit/WindowNative.h"
-#include "platform/linux/desktop/PopoverWindow.h"
+#include "platform/linux/popover/PopoverWindow.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,9 +2,9 @@
 
 #include "platform/appkit/StatusItem.h"
 #include "platform/linux/desktop/GObject.h"
-#include "platform/linux/desktop/MenuServer.h"
-#include "platform/linux/desktop/StatusNotifierItem.h"
-#include "platform/linux/desktop/StatusNotifierWatcher.h"
+#include "platform/linux/statusarea/MenuServer.h"
+#include "platform/linux/statusarea/StatusNotifierItem.h"
+#include "platform/linux/statusarea/StatusNotifierWatcher.h"
 
 #include <optional>
 #include <string>

@@ -2,7 +2,7 @@
 
 #include "platform/linux/appkit/WindowNative.h"
 #include "platform/linux/desktop/Toolkit.h"
-#include "platform/linux/desktop/X11Window.h"
+#include "platform/linux/popover/X11Window.h"
 
 namespace appkit {
 namespace {

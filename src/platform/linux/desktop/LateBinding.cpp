@@ -36,7 +36,7 @@ constexpr auto slots = std::to_array<Slot>({
 #undef LATE_FUNCTION
 });
 
-constexpr std::array<const char*, 3> sonames { PERCHLY_DRAWING_SONAME, PERCHLY_TOOLKIT_SONAME, PERCHLY_ENGINE_SONAME };
+constexpr std::array<const char*, 2> sonames { PERCHLY_TOOLKIT_SONAME, PERCHLY_ENGINE_SONAME };
 std::array<bool, sonames.size()> loaded {};
 
 void bind(LateLibrary library)

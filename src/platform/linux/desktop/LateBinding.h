@@ -4,8 +4,7 @@ namespace desktop {
 
 /// The libraries that an idle program does without.
 enum class LateLibrary {
-    Drawing, // librsvg, Cairo, GdkPixbuf, Pango: pictures
-    Toolkit, // GTK and X11: windows
+    Toolkit, // GTK, what it draws with, and X11: windows
     Engine, // WebKitGTK: pages
 };
 

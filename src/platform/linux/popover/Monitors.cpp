@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/Monitors.h"
+#include "platform/linux/popover/Monitors.h"
 
 #include "platform/linux/desktop/GObject.h"
 

@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/X11Window.h"
+#include "platform/linux/popover/X11Window.h"
 
 #include <gdk/x11/gdkx.h>
 

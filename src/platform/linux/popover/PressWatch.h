@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/linux/desktop/GObject.h"
-#include "platform/linux/desktop/PixelGeometry.h"
+#include "platform/linux/popover/PixelGeometry.h"
 
 #include <gtk/gtk.h>
 

@@ -1,8 +1,8 @@
-#include "platform/linux/desktop/MenuServer.h"
+#include "platform/linux/statusarea/MenuServer.h"
 
 #include "platform/foundation/DispatchQueue.h"
-#include "platform/linux/desktop/MenuInterface.h"
-#include "platform/linux/desktop/Picture.h"
+#include "platform/linux/statusarea/MenuInterface.h"
+#include "platform/linux/statusarea/Picture.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/PressWatch.h"
+#include "platform/linux/popover/PressWatch.h"
 
 #include <gdk/x11/gdkx.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/desktop/ExportedObject.h"
+#include "platform/linux/statusarea/ExportedObject.h"
 
 #include <memory>
 #include <optional>

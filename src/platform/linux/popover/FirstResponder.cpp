@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/FirstResponder.h"
+#include "platform/linux/popover/FirstResponder.h"
 
 namespace desktop {
 namespace {

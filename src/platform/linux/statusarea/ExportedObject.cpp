@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/ExportedObject.h"
+#include "platform/linux/statusarea/ExportedObject.h"
 
 #include "platform/foundation/FatalError.h"
 

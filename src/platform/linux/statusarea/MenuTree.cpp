@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/MenuTree.h"
+#include "platform/linux/statusarea/MenuTree.h"
 
 #include <algorithm>
 #include <utility>

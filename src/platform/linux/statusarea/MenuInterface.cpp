@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/MenuInterface.h"
+#include "platform/linux/statusarea/MenuInterface.h"
 
 #include "platform/linux/desktop/Environment.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/appkit/Menu.h"
-#include "platform/linux/desktop/MenuTree.h"
+#include "platform/linux/statusarea/MenuTree.h"
 
 namespace appkit {
 

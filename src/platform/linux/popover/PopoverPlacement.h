@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/desktop/PixelGeometry.h"
+#include "platform/linux/popover/PixelGeometry.h"
 
 #include <optional>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/PopoverBackground.h"
+#include "platform/linux/popover/PopoverBackground.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
-#include "platform/linux/desktop/StatusNotifierItem.h"
+#include "platform/linux/statusarea/StatusNotifierItem.h"
 
-#include "platform/linux/desktop/Picture.h"
+#include "platform/linux/statusarea/Picture.h"
 
 namespace desktop {
 namespace {

@@ -1,10 +1,10 @@
-#include "platform/linux/desktop/PopoverWindow.h"
+#include "platform/linux/popover/PopoverWindow.h"
 
-#include "platform/linux/desktop/FirstResponder.h"
-#include "platform/linux/desktop/Monitors.h"
-#include "platform/linux/desktop/PopoverBackground.h"
 #include "platform/linux/desktop/Toolkit.h"
-#include "platform/linux/desktop/X11Window.h"
+#include "platform/linux/popover/FirstResponder.h"
+#include "platform/linux/popover/Monitors.h"
+#include "platform/linux/popover/PopoverBackground.h"
+#include "platform/linux/popover/X11Window.h"
 
 namespace desktop {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/desktop/PopoverPlacement.h"
+#include "platform/linux/popover/PopoverPlacement.h"
 
 #include <gtk/gtk.h>
 

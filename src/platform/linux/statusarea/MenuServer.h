@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/linux/desktop/ExportedObject.h"
-#include "platform/linux/desktop/MenuTree.h"
+#include "platform/linux/statusarea/ExportedObject.h"
+#include "platform/linux/statusarea/MenuTree.h"
 
 #include <memory>
 #include <optional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/desktop/MenuTree.h"
+#include "platform/linux/statusarea/MenuTree.h"
 
 #include <gio/gio.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/StatusNotifierWatcher.h"
+#include "platform/linux/statusarea/StatusNotifierWatcher.h"
 
 #include "platform/foundation/Log.h"
 

@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/Picture.h"
+#include "platform/linux/statusarea/Picture.h"
 
 #include "platform/foundation/Log.h"
 

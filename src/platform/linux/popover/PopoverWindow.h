@@ -1,9 +1,9 @@
 #pragma once
 
 #include "platform/linux/desktop/GObject.h"
-#include "platform/linux/desktop/PopoverDismissal.h"
-#include "platform/linux/desktop/PopoverPlacement.h"
-#include "platform/linux/desktop/PressWatch.h"
+#include "platform/linux/popover/PopoverDismissal.h"
+#include "platform/linux/popover/PopoverPlacement.h"
+#include "platform/linux/popover/PressWatch.h"
 
 #include <gtk/gtk.h>
 
