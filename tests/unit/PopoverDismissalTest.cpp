@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/PopoverDismissal.h"
+#include "platform/linux/popover/PopoverDismissal.h"
 
 #include <gmock/gmock.h>
 

@@ -1,4 +1,4 @@
-#include "platform/linux/desktop/PopoverPlacement.h"
+#include "platform/linux/popover/PopoverPlacement.h"
 
 #include <gmock/gmock.h>
 
