@@ -19,7 +19,6 @@ namespace perchly::tests {
 using testing::AllOf;
 using testing::ElementsAre;
 using testing::EndsWith;
-using testing::IsEmpty;
 using testing::StartsWith;
 
 class BookmarkManagerFailureTest : public testing::Test {

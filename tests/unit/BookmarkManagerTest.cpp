@@ -311,6 +311,7 @@ TEST_F(BookmarkManagerTest, TheSharedStoreIsMadeOnceThoughItsFirstUsesRace)
     std::atomic<bool> go = false;
     std::vector<BookmarkManager*> stores(8);
     std::vector<std::thread> threads;
+    threads.reserve(stores.size());
     for (auto& store : stores) {
         threads.emplace_back([&go, &store] {
             while (!go)

@@ -73,11 +73,10 @@ TEST(BookmarkTest, TheReferenceDateIsTheStartOf2001)
 
 TEST(BookmarkTest, ACopyIsEqualAndHashesAlike)
 {
-    const auto bookmark = fullBookmark("A");
-    const auto copy = bookmark;
+    const std::vector<Bookmark> copies(2, fullBookmark("A"));
 
-    EXPECT_EQ(bookmark, copy);
-    EXPECT_EQ(hashOf(bookmark), hashOf(copy));
+    EXPECT_EQ(copies[0], copies[1]);
+    EXPECT_EQ(hashOf(copies[0]), hashOf(copies[1]));
 }
 
 TEST(BookmarkTest, EveryFieldCountsForEqualityAndForTheHash)

@@ -93,7 +93,8 @@ TEST(DamagedDocumentTest, MayHoldAHugeText)
 
 TEST(DamagedDocumentTest, MayHoldAHugeIgnoredTextButNotAnUnfinishedOne)
 {
-    const std::string huge = R"({"ignored":")" + std::string(200'000'000, 'x');
+    std::string huge = R"({"ignored":")";
+    huge.append(200'000'000, 'x');
 
     EXPECT_FALSE(BookmarkCollection::decode(huge));
     EXPECT_TRUE(BookmarkCollection::decode(huge + R"(","bookmarks":[]})"));
