@@ -115,7 +115,7 @@ std::string headOf(const Response& response)
     head += "Content-Length: " + std::to_string(response.body.size()) + "\r\n";
     head += "Cache-Control: no-store\r\nConnection: close\r\n";
     for (const auto& [name, value] : response.headers)
-        head += name + ": " + value + "\r\n";
+        head.append(name).append(": ").append(value).append("\r\n");
     return head + "\r\n";
 }
 
