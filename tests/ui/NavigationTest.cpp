@@ -58,6 +58,19 @@ TEST_F(NavigationTest, AnAddressThatDoesNotParseChangesNothing)
     }
 }
 
+TEST_F(NavigationTest, AMegabyteOfTextIsAnAddressLikeAnyOther)
+{
+    const auto path = std::string(1024 * 1024, 'a');
+
+    browser->loadURLString(server.url("/" + path), CurrentBookmark::Clear);
+
+    EXPECT_EQ(browser->lastVisitedURL(), server.url("/" + path));
+    EXPECT_TRUE(perchly::test::waitUntil([&] { return !browser->webView()->isLoading(); }));
+    open("/");
+    enter(path);
+    EXPECT_TRUE(browser->lastVisitedURL()->starts_with("https://aaaa"));
+}
+
 TEST_F(NavigationTest, EmptyTextInTheFieldLeavesThePage)
 {
     open("/");
