@@ -13,6 +13,16 @@ GtkWidget* makeButton()
     return button;
 }
 
+// Straight from its file: by a name, the icon theme would look through all of its folders first.
+GtkWidget* makePicture(const Image& image)
+{
+    const auto& native = image.native();
+    const auto path = native.iconName.empty() ? native.path.string() : iconFolder() + "/" + native.iconName + ".svg";
+    const auto file = desktop::adopt(g_file_new_for_path(path.c_str()));
+    const auto icon = desktop::adopt(g_file_icon_new(file.get()));
+    return gtk_image_new_from_gicon(icon.get());
+}
+
 } // namespace
 
 Button::Button(Action action)
@@ -46,7 +56,8 @@ void Button::setImage(std::shared_ptr<Image> image)
         gtk_button_set_child(button, nullptr);
         return;
     }
-    gtk_button_set_icon_name(button, image_->native().iconName.c_str());
+    gtk_button_set_child(button, makePicture(*image_));
+    gtk_widget_add_css_class(widgetOf(*this), "image-button");
     const auto& description = image_->accessibilityDescription();
     if (!description.empty())
         gtk_accessible_update_property(GTK_ACCESSIBLE(button), GTK_ACCESSIBLE_PROPERTY_LABEL, description.c_str(), -1);

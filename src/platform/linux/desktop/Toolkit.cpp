@@ -16,17 +16,17 @@ void chooseBackends()
 {
     // Only on X11 may a program place its windows and keep them above others; also through XWayland.
     gdk_set_allowed_backends("x11,wayland,*");
-    // Without a GPU the plain renderer saves a software GL stack in this process, unless the display loads it anyway.
-    if (!hasRenderNode()) {
-        g_setenv("GSK_RENDERER", "cairo", FALSE);
-        g_setenv("GDK_DEBUG", "gl-disable", FALSE);
-    }
+    // Without a GPU the plain renderer saves a software GL stack in each process, provided that neither the display nor
+    // the engine loads it to see what it can do.
+    if (hasRenderNode())
+        return;
+    g_setenv("GSK_RENDERER", "cairo", FALSE);
+    g_setenv("GDK_DEBUG", "gl-disable", FALSE);
+    g_setenv("WEBKIT_DISABLE_COMPOSITING_MODE", "1", FALSE);
 }
 
-void addResources()
+void addStyle()
 {
-    if (const auto icons = foundation::Bundle::mainBundle().pathForResource("icons"))
-        gtk_icon_theme_add_search_path(gtk_icon_theme_get_for_display(gdk_display_get_default()), icons->c_str());
     const auto style = foundation::Bundle::mainBundle().pathForResource("style.css");
     if (!style)
         return;
@@ -62,7 +62,7 @@ void loadToolkit()
     chooseBackends();
     if (!gtk_init_check())
         foundation::fatalError("There is no display to show a window on");
-    addResources();
+    addStyle();
 }
 
 bool isX11()
