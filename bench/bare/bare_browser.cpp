@@ -29,6 +29,7 @@ int main(int argc, char** argv)
     if (isSoftwareDrawn) {
         g_setenv("GSK_RENDERER", "cairo", FALSE);
         g_setenv("GDK_DEBUG", "gl-disable", FALSE);
+        g_setenv("WEBKIT_DISABLE_COMPOSITING_MODE", "1", FALSE);
     }
     gdk_set_allowed_backends("x11,wayland,*");
     gtk_init();
