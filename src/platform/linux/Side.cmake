@@ -10,6 +10,7 @@ target_link_libraries(perchly_foundation PUBLIC PkgConfig::GIO)
 target_sources(perchly_platform PRIVATE
   linux/desktop/ConstraintView.cpp
   linux/desktop/Pointer.cpp
+  linux/desktop/SymbolPaintable.cpp
   linux/desktop/Toolkit.cpp
   linux/popover/FirstResponder.cpp
   linux/popover/Monitors.cpp

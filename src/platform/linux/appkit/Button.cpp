@@ -2,6 +2,7 @@
 
 #include "platform/linux/appkit/ImageNative.h"
 #include "platform/linux/appkit/ViewNative.h"
+#include "platform/linux/desktop/SymbolPaintable.h"
 
 namespace appkit {
 namespace {
@@ -13,14 +14,17 @@ GtkWidget* makeButton()
     return button;
 }
 
-// Straight from its file: by a name, the icon theme would look through all of its folders first.
-GtkWidget* makePicture(const Image& image)
+constexpr auto symbolSize = 16;
+
+void showPicture(GtkButton* button, const Image& image)
 {
-    const auto& native = image.native();
-    const auto path = native.iconName.empty() ? native.path.string() : iconFolder() + "/" + native.iconName + ".svg";
-    const auto file = desktop::adopt(g_file_new_for_path(path.c_str()));
-    const auto icon = desktop::adopt(g_file_icon_new(file.get()));
-    return gtk_image_new_from_gicon(icon.get());
+    const auto scale = gtk_widget_get_scale_factor(GTK_WIDGET(button));
+    const auto picture = desktop::makeSymbolPaintable(image.native().path, symbolSize, scale);
+    auto* view = gtk_image_new_from_paintable(picture.get());
+    // A picture fills its view, so the view must not be larger than the picture.
+    gtk_widget_set_halign(view, GTK_ALIGN_CENTER);
+    gtk_widget_set_valign(view, GTK_ALIGN_CENTER);
+    gtk_button_set_child(button, view);
 }
 
 } // namespace
@@ -31,6 +35,9 @@ Button::Button(Action action)
 {
     native().connections.push_back(
         desktop::connect<void()>(widgetOf(*this), "clicked", [this] { action_.send(*this); }));
+    // On a screen of another scale the picture is drawn anew, to stay crisp.
+    native().connections.push_back(desktop::connect<void(GParamSpec*)>(
+        widgetOf(*this), "notify::scale-factor", [this](GParamSpec*) { setImage(image_); }));
 }
 
 std::shared_ptr<Button> Button::withImage(std::shared_ptr<Image> image, Action action)
@@ -56,7 +63,7 @@ void Button::setImage(std::shared_ptr<Image> image)
         gtk_button_set_child(button, nullptr);
         return;
     }
-    gtk_button_set_child(button, makePicture(*image_));
+    showPicture(button, *image_);
     gtk_widget_add_css_class(widgetOf(*this), "image-button");
     const auto& description = image_->accessibilityDescription();
     if (!description.empty())
