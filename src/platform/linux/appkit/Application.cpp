@@ -1,5 +1,7 @@
 #include "platform/appkit/Application.h"
 
+#include "platform/linux/appkit/AlertNative.h"
+#include "platform/linux/appkit/AlertNative.h"
 #include "platform/linux/desktop/GObject.h"
 
 #include <array>
@@ -93,6 +95,8 @@ void Application::activateIgnoringOtherApps()
 
 void Application::terminate()
 {
+    cancelRunningAlerts();
+    cancelRunningAlerts();
     g_application_quit(native_->application.get());
 }
 

@@ -1,0 +1,8 @@
+#pragma once
+
+namespace appkit {
+
+/// Ends every runModal() as if the last button had been pressed, so that the program can end.
+void cancelRunningAlerts();
+
+} // namespace appkit
