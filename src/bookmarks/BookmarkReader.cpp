@@ -2,6 +2,7 @@
 
 #include "bookmarks/BookmarkKeys.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
@@ -13,6 +14,8 @@ namespace perchly {
 namespace {
 
 using simdjson::dom::element;
+
+constexpr std::size_t largestReservation = 100'000;
 
 template <class Value>
 constexpr std::string_view typeMistake = "is no text";
@@ -154,7 +157,8 @@ foundation::Result<std::vector<Bookmark>> readBookmarks(element document)
         return foundation::Error { "The value of \"bookmarks\" is no array" };
 
     std::vector<Bookmark> bookmarks;
-    bookmarks.reserve(array.size()); // at most 2^24 - 1, where the parser stops counting
+    // Not for whatever the document claims: a few megabytes of zeros would ask for gigabytes.
+    bookmarks.reserve(std::min(array.size(), largestReservation));
     for (const auto item : array) {
         simdjson::dom::object fields;
         if (item.get(fields) != simdjson::SUCCESS)
