@@ -59,8 +59,9 @@ public:
     void updateNavigationButtons();
     void updateBookmarkButtons();
 
-    /// Null, as all views of the controller, until the view is loaded.
+    /// Null until the view is loaded.
     [[nodiscard]] const std::shared_ptr<webkit::WebView>& webView() const { return webView_; }
+    /// Only once the view is loaded.
     [[nodiscard]] const BrowserToolbar& toolbar() const { return *toolbar_; }
 
     /// The bookmark that this view is showing; none for a free page.
