@@ -141,7 +141,9 @@ std::vector<desktop::MenuRow> StatusItem::Native::rows() const
 
 void StatusItem::Native::appearanceChanged()
 {
-    item_->setAppearance(appearance());
+    // While the connection is being made anew there is no item; it will be exported as it then looks.
+    if (item_)
+        item_->setAppearance(appearance());
 }
 
 void StatusItem::Native::clicked(std::optional<std::pair<int, int>> place)
