@@ -91,7 +91,8 @@ void TextField::setPlaceholderString(std::string_view text)
 
 std::string TextField::placeholderString() const
 {
-    return gtk_entry_get_placeholder_text(GTK_ENTRY(widgetOf(*this)));
+    const auto* text = gtk_entry_get_placeholder_text(GTK_ENTRY(widgetOf(*this)));
+    return text ? text : "";
 }
 
 void TextField::setSelectable(bool selectable)
