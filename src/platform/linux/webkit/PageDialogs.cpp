@@ -7,7 +7,7 @@ namespace webkit {
 namespace {
 
 constexpr std::size_t floodLength = 5;
-constexpr gint64 floodMicroseconds = 10 * G_USEC_PER_SEC;
+constexpr gint64 floodMicroseconds = gint64 { 10 } * G_USEC_PER_SEC;
 /// An unseen dialog answered at once would be a loop of messages that takes two processors.
 constexpr unsigned holdMilliseconds = 250;
 

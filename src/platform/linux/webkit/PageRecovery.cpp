@@ -5,7 +5,7 @@
 namespace webkit {
 namespace {
 
-constexpr gint64 recentMicroseconds = 30 * G_USEC_PER_SEC;
+constexpr gint64 recentMicroseconds = gint64 { 30 } * G_USEC_PER_SEC;
 
 constexpr auto explanation = R"html(<!DOCTYPE html>
 <html><head><meta charset="utf-8"><meta name="color-scheme" content="light dark"><title>This page has stopped</title>
@@ -27,7 +27,7 @@ PageRecovery::PageRecovery(WebKitWebView* page)
         page_, "web-process-terminated", [this](WebKitWebProcessTerminationReason reason) { processDied(reason); }));
 }
 
-void PageRecovery::leave(std::function<void()> navigation)
+void PageRecovery::leave(const std::function<void()>& navigation)
 {
     recentDeaths_ = 0;
     later_.reset();
