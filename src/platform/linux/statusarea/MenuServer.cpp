@@ -120,10 +120,11 @@ GVariant* MenuServer::layout(std::int32_t id, const MenuTree::Node& node, int de
 {
     GVariantBuilder children;
     g_variant_builder_init(&children, G_VARIANT_TYPE("av"));
+    const auto below = depth < 0 ? depth : depth - 1; // a host may ask for the least of all numbers
     for (const auto child : node.children) {
         if (depth == 0)
             break;
-        g_variant_builder_add(&children, "v", layout(child, *tree_.find(child), depth - 1, names));
+        g_variant_builder_add(&children, "v", layout(child, *tree_.find(child), below, names));
     }
     return g_variant_new("(i@a{sv}av)", id, properties(node.row, names), &children);
 }
