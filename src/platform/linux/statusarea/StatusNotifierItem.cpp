@@ -131,11 +131,15 @@ void StatusNotifierItem::handle(const BusCall& call)
     if (!appearance_.picture)
         return answerPropertyRead(call, nullptr);
     // The answer waits for the picture: hosts show a placeholder for an item that comes without one.
-    auto later = [self = shared_from_this(), invocation = call.invocation](GVariant* pixmaps) {
+    // Held weakly, because an item that is taken back must take no click any more.
+    auto later = [weak = weak_from_this(), invocation = call.invocation](GVariant* pixmaps) {
         const BusCall asked { g_dbus_method_invocation_get_interface_name(invocation),
             g_dbus_method_invocation_get_method_name(invocation), g_dbus_method_invocation_get_parameters(invocation),
             invocation };
-        self->answerPropertyRead(asked, pixmaps);
+        if (const auto self = weak.lock())
+            self->answerPropertyRead(asked, pixmaps);
+        else
+            asked.fail("The item is gone");
     };
     const char* name = "";
     if (call.method == "Get")
