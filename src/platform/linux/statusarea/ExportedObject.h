@@ -42,7 +42,8 @@ private:
     guint registration_;
 };
 
-/// Answers Get and GetAll, given what returns a property's value by its name, or null for an unknown one.
+/// Answers Get and GetAll, given what returns a property's value by its name, or null for an unknown one. The value is
+/// a new floating one, or one that somebody else keeps.
 void replyToPropertyRead(
     const BusCall& call, GDBusInterfaceInfo* interface, const std::function<GVariant*(std::string_view)>& valueOf);
 

@@ -145,13 +145,13 @@ GVariant* MenuServer::properties(const MenuRow& row, const std::set<std::string>
     return g_variant_builder_end(&values);
 }
 
-/// Null, too, while it is being drawn: hosts are told when it is there.
+/// A value that the picture keeps. Null, too, while it is being drawn: hosts are told when it is there.
 GVariant* MenuServer::icon(const std::shared_ptr<Picture>& picture)
 {
     if (!picture)
         return nullptr;
     if (auto* drawn = picture->drawnIcon())
-        return g_variant_get_size(drawn) > 0 ? g_variant_ref(drawn) : nullptr;
+        return g_variant_get_size(drawn) > 0 ? drawn : nullptr;
     if (!beingDrawn_.insert(picture.get()).second)
         return nullptr;
     picture->withIcon([weak = weak_from_this(), picture](GVariant*) {

@@ -158,7 +158,7 @@ void StatusNotifierItem::answerPropertyRead(const BusCall& call, GVariant* pixma
 GVariant* StatusNotifierItem::propertyValue(std::string_view name, GVariant* pixmaps) const
 {
     if (name == "IconPixmap")
-        return pixmaps ? g_variant_ref(pixmaps) : noPixmaps();
+        return pixmaps ? pixmaps : noPixmaps();
     if (name == "OverlayIconPixmap" || name == "AttentionIconPixmap")
         return noPixmaps();
     if (name == "WindowId")
