@@ -207,6 +207,23 @@ TEST_F(StatusItemTest, ATitleIsDrawnAndGivenAsTheLabel)
     EXPECT_THAT(property(watcher.items().front(), "IconPixmap"), HasSubstr("(22, 22, ["));
 }
 
+TEST_F(StatusItemTest, TakesANewPictureWhileItBecomesAMenu)
+{
+    const FakeWatcher watcher;
+    const auto item = makeItem(false);
+    ASSERT_TRUE(appears(watcher));
+    const auto isMenu = [&] {
+        const auto items = watcher.items();
+        return items.size() == 1 && items.front().find("/org/ayatana/") != std::string::npos;
+    };
+
+    item->setMenu(menu("Quit"));
+    item->button()->setImage(Image::systemSymbol("heart"));
+
+    ASSERT_TRUE(waitUntil(isMenu));
+    EXPECT_EQ(property(watcher.items().front(), "IconName"), "(<'perchly-heart-symbolic'>,)");
+}
+
 TEST_F(StatusItemTest, AppearsAsSoonAsThereIsAStatusArea)
 {
     const auto item = makeItem(true);
