@@ -8,6 +8,7 @@ include(LateBinding)
 target_link_libraries(perchly_foundation PUBLIC PkgConfig::GIO)
 
 target_sources(perchly_platform PRIVATE
+  linux/desktop/AlertWindow.cpp
   linux/desktop/ConstraintView.cpp
   linux/desktop/Pointer.cpp
   linux/desktop/SymbolPaintable.cpp

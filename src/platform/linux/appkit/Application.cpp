@@ -1,7 +1,6 @@
 #include "platform/appkit/Application.h"
 
 #include "platform/linux/appkit/AlertNative.h"
-#include "platform/linux/appkit/AlertNative.h"
 #include "platform/linux/desktop/GObject.h"
 
 #include <array>
@@ -95,7 +94,6 @@ void Application::activateIgnoringOtherApps()
 
 void Application::terminate()
 {
-    cancelRunningAlerts();
     cancelRunningAlerts();
     g_application_quit(native_->application.get());
 }

@@ -101,6 +101,14 @@ public:
     }
     ~SignalConnection() { disconnect(); }
 
+    /// Leaves the handler to the emitter, with which it then ends.
+    void keep()
+    {
+        if (emitter_)
+            g_object_remove_weak_pointer(emitter_, reinterpret_cast<gpointer*>(&emitter_));
+        emitter_ = nullptr;
+    }
+
     void disconnect()
     {
         if (!emitter_)

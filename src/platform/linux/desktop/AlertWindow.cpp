@@ -1,0 +1,94 @@
+#include "platform/linux/desktop/AlertWindow.h"
+
+#include "platform/linux/desktop/GObject.h"
+
+namespace desktop {
+namespace {
+
+constexpr auto margin = 24;
+constexpr auto widestLine = 48; // characters
+
+GtkWidget* makeLabel(const std::string& text, const char* styleClass)
+{
+    auto* label = gtk_label_new(text.c_str());
+    gtk_label_set_wrap(GTK_LABEL(label), TRUE);
+    gtk_label_set_wrap_mode(GTK_LABEL(label), PANGO_WRAP_WORD_CHAR);
+    gtk_label_set_max_width_chars(GTK_LABEL(label), widestLine);
+    gtk_label_set_justify(GTK_LABEL(label), GTK_JUSTIFY_CENTER);
+    gtk_widget_add_css_class(label, styleClass);
+    return label;
+}
+
+/// Connects for the life of the emitter.
+template <class Signature, class Handler>
+void connectForGood(gpointer emitter, const char* signal, Handler handler)
+{
+    connect<Signature>(emitter, signal, std::move(handler)).keep();
+}
+
+// The button that confirms stands at the end of the row.
+GtkWidget* makeButtons(
+    GtkWindow* window, const std::vector<std::string>& titles, const std::function<void(std::size_t)>& answer)
+{
+    auto* row = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, margin / 4);
+    gtk_box_set_homogeneous(GTK_BOX(row), TRUE);
+    gtk_widget_set_margin_top(row, margin / 2);
+    for (auto index = titles.size(); index-- > 0;) {
+        auto* button = gtk_button_new_with_label(titles[index].c_str());
+        gtk_widget_set_hexpand(button, TRUE);
+        connectForGood<void()>(button, "clicked", [answer, index] { answer(index); });
+        gtk_box_append(GTK_BOX(row), button);
+        if (index > 0)
+            continue;
+        gtk_widget_add_css_class(button, "suggested-action");
+        gtk_window_set_default_widget(window, button);
+        gtk_window_set_focus(window, button);
+    }
+    return row;
+}
+
+void declineOnEscape(GtkWindow* window, const std::function<void()>& decline)
+{
+    auto* keys = gtk_event_controller_key_new();
+    connectForGood<gboolean(guint, guint, GdkModifierType)>(
+        keys, "key-pressed", [decline](guint key, guint, GdkModifierType) -> gboolean {
+            if (key != GDK_KEY_Escape)
+                return FALSE;
+            decline();
+            return TRUE;
+        });
+    gtk_widget_add_controller(GTK_WIDGET(window), keys);
+    connectForGood<gboolean()>(window, "close-request", [decline]() -> gboolean {
+        decline();
+        return TRUE; // whoever asked takes the window away
+    });
+}
+
+} // namespace
+
+GtkWindow* makeAlertWindow(const AlertContent& content, GtkWindow* parent, std::function<void(std::size_t)> answer)
+{
+    auto* window = GTK_WINDOW(gtk_window_new());
+    gtk_window_set_title(window, content.message.c_str());
+    gtk_window_set_resizable(window, FALSE);
+    gtk_window_set_modal(window, TRUE);
+    gtk_window_set_transient_for(window, parent);
+    // An empty title bar of its own: a frame and a shadow, and nothing to press but the buttons.
+    gtk_window_set_titlebar(window, gtk_box_new(GTK_ORIENTATION_HORIZONTAL, 0));
+    gtk_widget_add_css_class(GTK_WIDGET(window), "alert");
+
+    auto* box = gtk_box_new(GTK_ORIENTATION_VERTICAL, margin / 3);
+    gtk_widget_set_margin_start(box, margin);
+    gtk_widget_set_margin_end(box, margin);
+    gtk_widget_set_margin_top(box, margin);
+    gtk_widget_set_margin_bottom(box, margin);
+    gtk_box_append(GTK_BOX(box), makeLabel(content.message, "title-4"));
+    if (!content.details.empty())
+        gtk_box_append(GTK_BOX(box), makeLabel(content.details, "body"));
+    gtk_window_set_child(window, box);
+    gtk_box_append(GTK_BOX(box), makeButtons(window, content.buttonTitles, answer));
+    declineOnEscape(window, [answer, last = content.buttonTitles.size() - 1] { answer(last); });
+    return window;
+}
+
+} // namespace desktop

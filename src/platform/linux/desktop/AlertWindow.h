@@ -1,0 +1,24 @@
+#pragma once
+
+#include <gtk/gtk.h>
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace desktop {
+
+struct AlertContent {
+    std::string message;
+    std::string details;
+    /// The first confirms, the last declines.
+    std::vector<std::string> buttonTitles;
+};
+
+/// Makes, and does not yet show, the window of a question or notice in front of the parent (or null). `answer` is
+/// called with a button's index; Escape and closing the window answer with the last one.
+[[nodiscard]] GtkWindow* makeAlertWindow(
+    const AlertContent& content, GtkWindow* parent, std::function<void(std::size_t)> answer);
+
+} // namespace desktop
