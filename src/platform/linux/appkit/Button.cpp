@@ -33,8 +33,11 @@ Button::Button(Action action)
     : View(makeNative(makeButton))
     , action_(std::move(action))
 {
-    native().connections.push_back(
-        desktop::connect<void()>(widgetOf(*this), "clicked", [this] { action_.send(*this); }));
+    native().connections.push_back(desktop::connect<void()>(widgetOf(*this), "clicked", [this] {
+        // Held until the operation has returned, which may take the button away.
+        if (const auto self = weak_from_this().lock())
+            action_.send(*this);
+    }));
     // On a screen of another scale the picture is drawn anew, to stay crisp.
     native().connections.push_back(desktop::connect<void(GParamSpec*)>(
         widgetOf(*this), "notify::scale-factor", [this](GParamSpec*) { setImage(image_); }));

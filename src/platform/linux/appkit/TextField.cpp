@@ -58,13 +58,15 @@ TextField::TextField()
     auto& connections = native().connections;
     connections.push_back(desktop::connect<gboolean(guint, guint, GdkModifierType)>(
         keys, "key-pressed", [this](guint key, guint, GdkModifierType state) -> gboolean {
+            // Held until the operation has returned, which may take the field away.
+            const auto self = weak_from_this().lock();
             const auto selector = commandFor(key, state);
-            return !selector.empty() && doCommandBySelector(selector);
+            return self && !selector.empty() && doCommandBySelector(selector);
         }));
     auto* focus = gtk_event_controller_focus_new();
     gtk_widget_add_controller(entry, focus);
     connections.push_back(desktop::connect<void()>(focus, "leave", [this] {
-        if (sendsActionOnEndEditing_)
+        if (const auto self = weak_from_this().lock(); self && sendsActionOnEndEditing_)
             action_.send(*this);
     }));
 }
