@@ -137,13 +137,11 @@ void BrowserViewController::loadBookmark(const Bookmark& bookmark)
     // Copies, because loading sets the fields they come from.
     const auto original = *originalURL_;
     const auto last = lastVisitedURL_.value_or("");
-    if (bookmark.shouldReloadOnOpen)
+    const auto isFirstVisit = last.empty() && !wasShowingIt;
+    if (bookmark.shouldReloadOnOpen || isFirstVisit)
         loadURLString(original, CurrentBookmark::Keep);
-    else if (!last.empty()) {
-        if (pageAddress() != last)
-            loadURLString(last, CurrentBookmark::Keep);
-    } else if (!wasShowingIt)
-        loadURLString(original, CurrentBookmark::Keep);
+    else if (!last.empty() && pageAddress() != last)
+        loadURLString(last, CurrentBookmark::Keep);
 }
 
 bool BrowserViewController::showsBlankPage() const
