@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -139,7 +140,7 @@ Bytes straightPixels(const Surface& surface, int size)
     Bytes bytes;
     bytes.reserve(static_cast<std::size_t>(size) * static_cast<std::size_t>(size) * 4);
     for (auto y = 0; y < size; ++y) {
-        const auto* row = reinterpret_cast<const guint32*>(data + y * stride);
+        const auto* row = reinterpret_cast<const guint32*>(data + static_cast<std::ptrdiff_t>(y) * stride);
         for (auto x = 0; x < size; ++x) {
             const auto alpha = row[x] >> 24U;
             bytes.push_back(static_cast<unsigned char>(alpha));
