@@ -39,9 +39,32 @@ constexpr auto slots = std::to_array<Slot>({
 constexpr std::array<const char*, 2> sonames { PERCHLY_TOOLKIT_SONAME, PERCHLY_ENGINE_SONAME };
 std::array<bool, sonames.size()> loaded {};
 
+struct Foundation {
+    LateLibrary library;
+    const char* soname;
+};
+
+constexpr auto foundations = std::to_array<Foundation>({
+#define LATE_FOUNDATION(library, soname) { LateLibrary::library, soname },
+#include "LateBindingFoundations.inc"
+#undef LATE_FOUNDATION
+});
+
+/// Each symbol of a library is searched for in all that is being opened together with it, which is well over a hundred
+/// libraries for the engine. Opened one by one beforehand, those that it stands on search only among their own few.
+void openFoundations(LateLibrary library)
+{
+    for (const auto& foundation : foundations) {
+        // One that is not there is not needed any more, or it is missed when the library itself is opened.
+        if (foundation.library == library)
+            dlopen(foundation.soname, RTLD_LAZY | RTLD_LOCAL);
+    }
+}
+
 void bind(LateLibrary library)
 {
     const auto* soname = sonames.at(static_cast<std::size_t>(library));
+    openFoundations(library);
     // Symbols are looked up in the library and in all that it stands on.
     void* handle = dlopen(soname, RTLD_LAZY | RTLD_LOCAL);
     if (!handle)
