@@ -45,6 +45,17 @@ bool isWhollySelected(GtkEditable* editable)
     return start == 0 && end == g_utf8_strlen(text, -1);
 }
 
+using Connections = std::vector<desktop::SignalConnection>;
+
+/// Whether an input method composes a character; its keys are no commands until it is done.
+std::shared_ptr<const bool> watchComposing(GtkWidget* entry, Connections& connections)
+{
+    auto isComposing = std::make_shared<bool>(false);
+    connections.push_back(desktop::connect<void(const char*)>(gtk_editable_get_delegate(GTK_EDITABLE(entry)),
+        "preedit-changed", [isComposing](const char* composed) { *isComposing = *composed != '\0'; }));
+    return isComposing;
+}
+
 } // namespace
 
 TextField::TextField()
@@ -56,11 +67,11 @@ TextField::TextField()
     gtk_event_controller_set_propagation_phase(keys, GTK_PHASE_CAPTURE);
     gtk_widget_add_controller(entry, keys);
     auto& connections = native().connections;
-    connections.push_back(desktop::connect<gboolean(guint, guint, GdkModifierType)>(
-        keys, "key-pressed", [this](guint key, guint, GdkModifierType state) -> gboolean {
+    connections.push_back(desktop::connect<gboolean(guint, guint, GdkModifierType)>(keys, "key-pressed",
+        [this, isComposing = watchComposing(entry, connections)](guint key, guint, GdkModifierType state) -> gboolean {
             // Held until the operation has returned, which may take the field away.
             const auto self = weak_from_this().lock();
-            const auto selector = commandFor(key, state);
+            const auto selector = *isComposing ? std::string_view() : commandFor(key, state);
             return self && !selector.empty() && doCommandBySelector(selector);
         }));
     auto* focus = gtk_event_controller_focus_new();
