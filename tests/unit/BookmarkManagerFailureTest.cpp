@@ -40,26 +40,28 @@ auto saveError(const std::string& reason)
 }
 
 /// The log of a store that saves a large bookmark where there is no room, then goes on, and the number that it holds.
-std::string logOfStoreWithoutRoom()
+std::string logOfStoreWithoutRoom(const std::filesystem::path& file)
 {
     const CapturedStandardError log;
     BookmarkManager store(foundation::FileManager::defaultManager());
     auto large = bookmarkNamed("A");
     large.title.assign(1 << 20, 'x');
+    const auto before = encoded(store.bookmarks());
     store.addBookmark(large);
     const auto held = store.bookmarks().size();
+    const auto isUnchanged = contentsOf(file) == before;
     store.removeBookmark("A");
 
     std::string report;
     for (const auto& line : log.debugLines())
         report += line + "\n";
-    return report + "held " + std::to_string(held);
+    return report + "held " + std::to_string(held) + (isUnchanged ? ", file unchanged" : ", file changed");
 }
 
 std::string logWithout(const std::string& reason, const TemporaryHome& home)
 {
     return std::string(savedFive) + "\nDEBUG: BookmarkManager - Save error: " + home.bookmarksFile().string() + ": "
-        + reason + "\n" + savedFive + "\nheld 6";
+        + reason + "\n" + savedFive + "\nheld 6, file unchanged";
 }
 
 } // namespace
@@ -182,7 +184,7 @@ TEST_F(BookmarkManagerFailureTest, AFullDiskKeepsTheChangeInMemoryAndTheNextSave
     const auto report = inChildProcess([&]() -> std::string {
         if (!mountSmallDisk(home_.bookmarksFolder()))
             return "not permitted";
-        return logOfStoreWithoutRoom();
+        return logOfStoreWithoutRoom(home_.bookmarksFile());
     });
     if (report == "not permitted")
         GTEST_SKIP() << "cannot mount a small disk";
@@ -192,10 +194,10 @@ TEST_F(BookmarkManagerFailureTest, AFullDiskKeepsTheChangeInMemoryAndTheNextSave
 
 TEST_F(BookmarkManagerFailureTest, AFileBeyondItsAllowedSizeKeepsTheChangeInMemoryAndTheNextSaveTriesAgain)
 {
-    const auto report = inChildProcess([] {
+    const auto report = inChildProcess([&] {
         std::signal(SIGXFSZ, SIG_IGN);
         const rlimit limit { 65536, 65536 };
-        return ::setrlimit(RLIMIT_FSIZE, &limit) == 0 ? logOfStoreWithoutRoom() : "no limit";
+        return ::setrlimit(RLIMIT_FSIZE, &limit) == 0 ? logOfStoreWithoutRoom(home_.bookmarksFile()) : "no limit";
     });
 
     EXPECT_EQ(report, logWithout("File too large", home_));

@@ -75,6 +75,19 @@ bool writeFully(int file, std::string_view bytes)
     return true;
 }
 
+/// Takes the room for a file of that size while its contents are still untouched: on a full disk they stay.
+bool takeRoom(int file, std::size_t size)
+{
+    return size == 0 || ::fallocate(file, 0, 0, static_cast<off_t>(size)) == 0 || errno == EOPNOTSUPP || errno == ENODEV
+        || errno == ESPIPE;
+}
+
+/// Cuts off what a longer file held before. What is no file has no end.
+bool endFile(int file, std::size_t size)
+{
+    return ::ftruncate(file, static_cast<off_t>(size)) == 0 || errno == EINVAL;
+}
+
 } // namespace
 
 FileManager& FileManager::defaultManager()
@@ -134,11 +147,16 @@ Result<std::string> FileManager::contentsOfFile(const std::filesystem::path& pat
 
 Status FileManager::write(std::string_view bytes, const std::filesystem::path& path) const
 {
+    const auto isNew = !fileExists(path);
     // O_NONBLOCK: a pipe that nobody reads is an error, not a standstill.
-    Descriptor file(path, O_WRONLY | O_CREAT | O_TRUNC | O_NONBLOCK);
-    if (!file.isOpen() || !writeFully(file.number(), bytes) || !file.close())
-        return errorAt(path, errno);
-    return success();
+    Descriptor file(path, O_WRONLY | O_CREAT | O_NONBLOCK);
+    if (file.isOpen() && takeRoom(file.number(), bytes.size()) && writeFully(file.number(), bytes)
+        && endFile(file.number(), bytes.size()) && file.close())
+        return success();
+    const auto code = errno;
+    if (isNew && file.isOpen())
+        ::unlink(path.c_str());
+    return errorAt(path, code);
 }
 
 } // namespace foundation
