@@ -8,6 +8,7 @@ include(LateBinding)
 target_link_libraries(perchly_foundation PUBLIC PkgConfig::GIO)
 
 target_sources(perchly_platform PRIVATE
+  linux/appkit/MenuRows.cpp
   linux/desktop/AlertWindow.cpp
   linux/desktop/ConstraintView.cpp
   linux/desktop/Pointer.cpp
@@ -23,7 +24,6 @@ target_sources(perchly_platform PRIVATE
   linux/popover/X11Window.cpp
   linux/statusarea/ExportedObject.cpp
   linux/statusarea/MenuInterface.cpp
-  linux/statusarea/MenuRows.cpp
   linux/statusarea/MenuServer.cpp
   linux/statusarea/MenuTree.cpp
   linux/statusarea/Picture.cpp

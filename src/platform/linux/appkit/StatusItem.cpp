@@ -3,10 +3,10 @@
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/Log.h"
 #include "platform/linux/appkit/ImageNative.h"
+#include "platform/linux/appkit/MenuRows.h"
 #include "platform/linux/appkit/StatusBarButtonNative.h"
 #include "platform/linux/desktop/Environment.h"
 #include "platform/linux/desktop/Pointer.h"
-#include "platform/linux/statusarea/MenuRows.h"
 
 namespace appkit {
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/linux/statusarea/MenuRows.h"
+#include "platform/linux/appkit/MenuRows.h"
 
 #include "platform/linux/appkit/ImageNative.h"
 
