@@ -38,6 +38,7 @@ void postBookmarksDidChange()
 
 void BrowserViewController::loadView()
 {
+    foundation::assertMainThread();
     auto root = std::make_shared<appkit::View>(foundation::Rect { {}, defaultSize });
     setupWebView(*root);
     setupToolbar(*root);
@@ -158,25 +159,34 @@ std::string BrowserViewController::pageAddress() const
 
 void BrowserViewController::goBack()
 {
+    foundation::assertMainThread();
     webView_->goBack();
 }
 
 void BrowserViewController::goForward()
 {
+    foundation::assertMainThread();
     webView_->goForward();
 }
 
 void BrowserViewController::reload()
 {
+    foundation::assertMainThread();
     webView_->reload();
 }
 
 void BrowserViewController::goHome()
 {
+    foundation::assertMainThread();
     if (originalURL_) {
         const auto original = *originalURL_;
         return loadURLString(original, CurrentBookmark::Keep);
     }
+    loadHomePage();
+}
+
+void BrowserViewController::loadHomePage()
+{
     const auto homePage = foundation::UserDefaults::standard().stringForKey(preferences::homePageURL);
     if (homePage && !homePage->empty())
         loadURLString(*homePage, CurrentBookmark::Clear);
@@ -184,6 +194,7 @@ void BrowserViewController::goHome()
 
 void BrowserViewController::urlTextFieldAction()
 {
+    foundation::assertMainThread();
     navigateToEnteredAddress();
 }
 
@@ -221,11 +232,13 @@ void BrowserViewController::updateSpinner()
 
 void BrowserViewController::updateNavigationButtons()
 {
+    foundation::assertMainThread();
     toolbar_->showNavigation(webView_->canGoBack(), webView_->canGoForward());
 }
 
 void BrowserViewController::updateBookmarkButtons()
 {
+    foundation::assertMainThread();
     const auto address = pageAddress();
     toolbar_->showBookmark(address.empty() ? nullptr : firstBookmarkAt(address));
 }
@@ -247,6 +260,7 @@ Bookmark BrowserViewController::makeBookmarkForPage() const
 
 void BrowserViewController::toggleForPage(bool Bookmark::*flag)
 {
+    foundation::assertMainThread();
     const auto address = pageAddress();
     if (address.empty())
         return;
@@ -276,6 +290,7 @@ void BrowserViewController::toggleCurrentPageMenuBar()
 
 void BrowserViewController::addCurrentPageToBookmarks()
 {
+    foundation::assertMainThread();
     if (pageAddress().empty())
         return;
     const auto added = makeBookmarkForPage();

@@ -47,6 +47,9 @@ public:
     /// True when there is no page to lose: nothing loaded yet, or "about:blank".
     [[nodiscard]] bool showsBlankPage() const;
 
+    /// Loads the home page of the preferences where there is one.
+    void loadHomePage();
+
     void goBack();
     void goForward();
     void goHome();

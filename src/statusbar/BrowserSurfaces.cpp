@@ -1,11 +1,9 @@
 #include "statusbar/BrowserSurfaces.h"
 
 #include "bookmarks/Bookmark.h"
-#include "bookmarks/Preferences.h"
 #include "browser/BrowserViewController.h"
 #include "platform/appkit/Popover.h"
 #include "platform/appkit/StatusBarButton.h"
-#include "platform/foundation/UserDefaults.h"
 
 namespace perchly {
 namespace {
@@ -33,7 +31,7 @@ std::shared_ptr<BrowserViewController> BrowserSurfaces::browserViewControllerFor
         if (!generalBrowserViewController_) {
             auto browser = makeBrowser();
             browser->loadViewIfNeeded();
-            loadHomePage(*browser);
+            browser->loadHomePage();
             generalBrowserViewController_ = std::move(browser);
         }
         return generalBrowserViewController_;
@@ -56,6 +54,9 @@ std::shared_ptr<BrowserViewController> BrowserSurfaces::makeBrowser() const
 void BrowserSurfaces::showInPopover(
     const std::shared_ptr<BrowserViewController>& browser, appkit::StatusBarButton* anchor)
 {
+    // Where the popover stays open behind the menu, another browser may be in it still.
+    if (popover_->contentViewController() != browser)
+        silencePopover();
     popover_->setContentViewController(browser);
     popover_->setContentSize(browser->preferredContentSize());
     if (anchor)
@@ -64,18 +65,17 @@ void BrowserSurfaces::showInPopover(
 
 void BrowserSurfaces::emptyClosedPopover()
 {
-    if (auto browser = std::dynamic_pointer_cast<BrowserViewController>(popover_->contentViewController())) {
-        browser->webView()->stopLoading();
-        browser->webView()->pauseAllMediaPlayback();
-    }
+    silencePopover();
     popover_->setContentViewController(nullptr);
 }
 
-void loadHomePage(BrowserViewController& browser)
+void BrowserSurfaces::silencePopover()
 {
-    const auto homePage = foundation::UserDefaults::standard().stringForKey(preferences::homePageURL);
-    if (homePage && !homePage->empty())
-        browser.loadURLString(*homePage, CurrentBookmark::Clear);
+    const auto browser = std::dynamic_pointer_cast<BrowserViewController>(popover_->contentViewController());
+    if (!browser)
+        return;
+    browser->webView()->stopLoading();
+    browser->webView()->pauseAllMediaPlayback();
 }
 
 } // namespace perchly

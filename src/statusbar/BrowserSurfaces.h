@@ -44,14 +44,12 @@ public:
 
 private:
     [[nodiscard]] std::shared_ptr<BrowserViewController> makeBrowser() const;
+    void silencePopover();
 
     std::weak_ptr<BrowserViewControllerDelegate> browserDelegate_;
     std::unique_ptr<appkit::Popover> popover_;
     std::map<std::string, std::shared_ptr<BrowserViewController>, std::less<>> browserViewControllers_;
     std::shared_ptr<BrowserViewController> generalBrowserViewController_;
 };
-
-/// Loads the home page of the preferences where there is one.
-void loadHomePage(BrowserViewController& browser);
 
 } // namespace perchly

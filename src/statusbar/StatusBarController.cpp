@@ -75,6 +75,7 @@ void StatusBarController::setupStatusItem()
 
 void StatusBarController::updateMenu()
 {
+    foundation::assertMainThread();
     using Self = StatusBarController;
     const auto self = weak_from_this();
     auto menu = makeStatusMenu(BookmarkManager::shared().bookmarks(),
@@ -92,6 +93,7 @@ void StatusBarController::updateMenu()
 
 void StatusBarController::statusBarButtonClicked()
 {
+    foundation::assertMainThread();
     if (surfaces_->popover().isShown())
         return surfaces_->popover().performClose();
     const auto browser = showGeneralBrowser();
@@ -110,7 +112,7 @@ std::shared_ptr<BrowserViewController> StatusBarController::showGeneralBrowser()
     appkit::Application::sharedApplication().activateIgnoringOtherApps();
     auto browser = surfaces_->browserViewControllerForBookmark(nullptr);
     if (browser->showsBlankPage())
-        loadHomePage(*browser);
+        browser->loadHomePage();
     surfaces_->showInPopover(browser, statusItem_->button().get());
     return browser;
 }
@@ -145,11 +147,13 @@ void StatusBarController::showBookmarkInPopover(const Bookmark& bookmark)
 
 void StatusBarController::openAppWebsite()
 {
+    foundation::assertMainThread();
     openInDefaultBrowser(product::website);
 }
 
 void StatusBarController::quitApp()
 {
+    foundation::assertMainThread();
     appkit::Application::sharedApplication().terminate();
 }
 
@@ -171,11 +175,13 @@ void StatusBarController::settingsDidChange()
 
 void StatusBarController::popoverDidClose()
 {
+    foundation::assertMainThread();
     surfaces_->emptyClosedPopover();
 }
 
 void StatusBarController::browserDidResize(BrowserViewController& /*controller*/, double width, double height)
 {
+    foundation::assertMainThread();
     surfaces_->popover().setContentSize({ width, height });
 }
 
