@@ -3,10 +3,10 @@
 #include "platform/foundation/FatalError.h"
 #include "platform/foundation/FileManager.h"
 #include "platform/foundation/Log.h"
+#include "platform/linux/desktop/GObject.h"
 #include "platform/linux/foundation/UserDirectory.h"
 
 #include <filesystem>
-#include <glib.h>
 
 namespace foundation {
 
@@ -14,13 +14,10 @@ namespace {
 
 constexpr const char* group = "Preferences";
 
-struct Unref {
+struct UnrefKeyFile {
     void operator()(GKeyFile* file) const { g_key_file_unref(file); }
-    void operator()(GError* error) const { g_error_free(error); }
-    void operator()(char* text) const { g_free(text); }
 };
-using KeyFile = std::unique_ptr<GKeyFile, Unref>;
-using Text = std::unique_ptr<char, Unref>;
+using KeyFile = std::unique_ptr<GKeyFile, UnrefKeyFile>;
 
 std::optional<std::filesystem::path> preferencesFile()
 {
@@ -53,11 +50,10 @@ Status save(GKeyFile* file)
         return Error { "there is no home folder" };
     if (auto created = FileManager::defaultManager().createDirectory(path->parent_path()); !created)
         return created;
-    GError* failure = nullptr;
-    if (g_key_file_save_to_file(file, path->c_str(), &failure))
+    desktop::ErrorPointer error;
+    if (g_key_file_save_to_file(file, path->c_str(), error.out()))
         return success();
-    const std::unique_ptr<GError, Unref> error(failure);
-    return Error { error->message };
+    return Error { error.message() };
 }
 
 } // namespace
@@ -95,7 +91,8 @@ UserDefaults& UserDefaults::standard()
 std::optional<std::string> UserDefaults::stringForKey(std::string_view key) const
 {
     assertMainThread();
-    const Text value(g_key_file_get_string(native_->loaded(), group, std::string(key).c_str(), nullptr));
+    const desktop::GLibPointer<> value(
+        g_key_file_get_string(native_->loaded(), group, std::string(key).c_str(), nullptr));
     if (!value)
         return std::nullopt;
     return std::string(value.get());
