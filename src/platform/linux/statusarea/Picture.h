@@ -23,7 +23,7 @@ public:
         /// "#rrggbb" paints the drawing's coverage in one colour; empty keeps its own colours.
         std::string colour;
 
-        auto operator<=>(const Subject&) const = default;
+        auto operator<=>(const Subject&) const = default; // NOLINT(modernize-use-nullptr): there is no pointer
     };
 
     using Receiver = std::function<void(GVariant*)>;
