@@ -105,9 +105,12 @@ TEST_F(StatusMenuTest, ARowWhoseTargetIsGoneDoesNothing)
     menu->items().front()->performAction();
     EXPECT_EQ(target->actions, 1);
 
+    const std::weak_ptr<Target> observed = target;
     target.reset();
 
     menu->items().front()->performAction();
+
+    EXPECT_TRUE(observed.expired());
 }
 
 } // namespace

@@ -78,7 +78,7 @@ std::optional<foundation::URL> WebView::url() const
 std::optional<std::string> WebView::title() const
 {
     NSString* title = engine_->webView.title;
-    if (!title)
+    if (title.length == 0)
         return std::nullopt;
     return textFrom(title);
 }
