@@ -1,6 +1,8 @@
 #include "ProcessTree.h"
 
 #include <algorithm>
+#include <csignal>
+#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <fstream>
@@ -49,9 +51,13 @@ bool hasOneOf(const std::string& text, const std::vector<std::string>& words)
 
 } // namespace
 
-void ProcessTree::adoptOrphans()
+void ProcessTree::answerForOrphans()
 {
     prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0);
+    std::atexit([] {
+        for (const auto process : members())
+            kill(process, SIGKILL);
+    });
 }
 
 std::vector<pid_t> ProcessTree::members()

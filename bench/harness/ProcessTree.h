@@ -13,8 +13,8 @@ class ProcessTree {
 public:
     [[nodiscard]] static std::vector<pid_t> members();
 
-    /// Makes this process the parent of its descendants' orphans.
-    static void adoptOrphans();
+    /// Makes this process the parent of its descendants' orphans, and ends them all with it.
+    static void answerForOrphans();
 };
 
 /// Processor time so far of processes that are running, without their ended children. Exact, threads included.

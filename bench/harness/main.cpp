@@ -4,7 +4,10 @@
 #include "Measurements.h"
 #include "ProcessTree.h"
 
+#include <glib-unix.h>
+
 #include <algorithm>
+#include <csignal>
 #include <cstdio>
 #include <fstream>
 #include <sstream>
@@ -36,7 +39,10 @@ int main(int argc, char** argv)
             || std::find(arguments.begin() + fixed, arguments.end(), name) != arguments.end();
     };
 
-    bench::ProcessTree::adoptOrphans();
+    bench::ProcessTree::answerForOrphans();
+    constexpr auto interrupted = +[](gpointer) -> gboolean { bench::giveUp("interrupted"); };
+    g_unix_signal_add(SIGINT, interrupted, nullptr);
+    g_unix_signal_add(SIGTERM, interrupted, nullptr);
     bench::MeasuringHost host;
     bench::Report report;
     auto text = "Medians of " + arguments[1] + " runs. Before: " + machine();
