@@ -2,6 +2,9 @@
 
 #include <gmock/gmock.h>
 
+#include <cmath>
+#include <limits>
+
 namespace desktop::tests {
 namespace {
 
@@ -84,27 +87,58 @@ TEST(PopoverPlacementTest, KeepsTheArrowOffTheRoundedCorners)
     EXPECT_EQ(place(topPanel, PixelPoint { 500, 12 }, { 30, 100 }).arrow, 15);
 }
 
-TEST(PopoverPlacementTest, GivesUpTheGapBeforeThePlace)
+TEST(PopoverPlacementTest, KeepsTheWindowOfALargeBoxInsideTheWorkArea)
 {
-    EXPECT_EQ(place(topPanel, PixelPoint { 500, 12 }, { 994, 100 }).box.x, 3);
-    EXPECT_EQ(place(topPanel, PixelPoint { 900, 12 }, { 1000, 100 }).box.x, 0);
+    const PixelSize large { 1200, 900 };
+
+    EXPECT_EQ(place(topPanel, PixelPoint { 500, 12 }, large).window, topPanel.workArea);
+    EXPECT_EQ(place(bottomPanel, PixelPoint { 500, 785 }, large).window, bottomPanel.workArea);
+    EXPECT_EQ(place(leftPanel, PixelPoint { 15, 300 }, large).window, leftPanel.workArea);
+    EXPECT_EQ(place(rightPanel, PixelPoint { 985, 300 }, large).window, rightPanel.workArea);
+    EXPECT_EQ(place(topPanel, std::nullopt, large).window, topPanel.workArea);
 }
 
-TEST(PopoverPlacementTest, ShowsTheTopLeftOfABoxLargerThanTheWorkArea)
+TEST(PopoverPlacementTest, MakesOnlyTheSideSmallerThatIsTooLarge)
 {
-    const auto under = place(topPanel, PixelPoint { 500, 12 }, { 1200, 900 });
-    const auto over = place(bottomPanel, PixelPoint { 500, 790 }, { 1200, 900 });
+    EXPECT_EQ(place(topPanel, PixelPoint { 500, 12 }, { 200, 900 }).box, (PixelRect { 400, 40, 200, 742 }));
+    EXPECT_EQ(place(topPanel, PixelPoint { 500, 12 }, { 1200, 100 }).box, (PixelRect { 18, 40, 964, 100 }));
+    EXPECT_EQ(place(topPanel, PixelPoint { 500, 12 }, { 964, 742 }).box, (PixelRect { 18, 40, 964, 742 }));
+}
 
-    EXPECT_EQ(under.box, (PixelRect { 0, 30, 1200, 900 }));
-    EXPECT_EQ(over.box, (PixelRect { 0, 0, 1200, 900 }));
+TEST(PopoverPlacementTest, TakesTheLargestSizesThereAre)
+{
+    const auto side = wholePixels(1e308);
+
+    EXPECT_EQ(place(topPanel, PixelPoint { 500, 12 }, { side, side }).window, topPanel.workArea);
 }
 
 TEST(PopoverPlacementTest, DropsTheArrowWhereTheBoxNeedsItsRoom)
 {
-    const auto placement = place(topPanel, PixelPoint { 500, 12 }, { 200, 765 });
+    const auto placement = place(noPanel, PixelPoint { 500, 15 }, { 200, 772 });
 
-    EXPECT_EQ(placement.box, (PixelRect { 400, 35, 200, 765 }));
+    EXPECT_EQ(placement.box, (PixelRect { 400, 28, 200, 772 }));
     EXPECT_EQ(placement.arrow, std::nullopt);
+}
+
+TEST(PopoverPlacementTest, KeepsSomethingOfABoxWithoutRoomForItsMargins)
+{
+    constexpr MonitorArea tiny { { 0, 0, 30, 20 }, { 0, 0, 30, 20 } };
+
+    const auto box = place(tiny, PixelPoint { 5, 5 }).box;
+
+    EXPECT_GT(box.width, 0);
+    EXPECT_GT(box.height, 0);
+}
+
+TEST(PopoverPlacementTest, MakesWholePixelsOfAnyLength)
+{
+    EXPECT_EQ(wholePixels(599.5), 600);
+    EXPECT_EQ(wholePixels(0.4), 1);
+    EXPECT_EQ(wholePixels(0), 1);
+    EXPECT_EQ(wholePixels(-1e308), 1);
+    EXPECT_EQ(wholePixels(std::nan("")), 1);
+    EXPECT_EQ(wholePixels(1e308), wholePixels(1e9));
+    EXPECT_EQ(wholePixels(std::numeric_limits<double>::infinity()), wholePixels(1e9));
 }
 
 TEST(PopoverPlacementTest, KeepsAnIconFreeWhosePanelReservesNoRoom)

@@ -6,18 +6,7 @@
 #include "platform/linux/appkit/WindowNative.h"
 #include "platform/linux/popover/PopoverWindow.h"
 
-#include <algorithm>
-#include <cmath>
-
 namespace appkit {
-namespace {
-
-int pixels(double length)
-{
-    return std::max(1, static_cast<int>(std::lround(length)));
-}
-
-} // namespace
 
 /// The window is made when the popover is first needed, and with it the toolkit is loaded.
 struct Popover::Native {
@@ -36,7 +25,7 @@ struct Popover::Native {
         attachWindow(window->window());
         window->setTransient(behavior == PopoverBehavior::Transient);
         window->setAnimates(animates);
-        window->setContentSize(pixels(contentSize.width), pixels(contentSize.height));
+        window->setContentSize(desktop::wholePixels(contentSize.width), desktop::wholePixels(contentSize.height));
         return *window;
     }
 
@@ -90,7 +79,7 @@ void Popover::setContentSize(foundation::Size size)
 {
     native_->contentSize = size;
     if (native_->window)
-        native_->window->setContentSize(pixels(size.width), pixels(size.height));
+        native_->window->setContentSize(desktop::wholePixels(size.width), desktop::wholePixels(size.height));
 }
 
 foundation::Size Popover::contentSize() const

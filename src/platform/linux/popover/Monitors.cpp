@@ -1,6 +1,7 @@
 #include "platform/linux/popover/Monitors.h"
 
 #include "platform/linux/desktop/GObject.h"
+#include "platform/linux/desktop/Toolkit.h"
 
 #include <gdk/x11/gdkx.h>
 
@@ -17,6 +18,8 @@ MonitorArea areaOf(GdkMonitor* monitor)
     GdkRectangle bounds;
     GdkRectangle workArea;
     gdk_monitor_get_geometry(monitor, &bounds);
+    if (!isX11())
+        return { scaled(bounds, 1), scaled(bounds, 1) };
     gdk_x11_monitor_get_workarea(monitor, &workArea);
     const auto scale = gdk_monitor_get_scale_factor(monitor);
     return { scaled(bounds, scale), scaled(workArea, scale) };
@@ -27,7 +30,7 @@ MonitorArea areaOf(GdkMonitor* monitor)
 std::vector<MonitorArea> monitorAreas(GdkDisplay* display)
 {
     std::vector<MonitorArea> areas;
-    auto* primary = gdk_x11_display_get_primary_monitor(display);
+    auto* primary = isX11() ? gdk_x11_display_get_primary_monitor(display) : nullptr;
     auto* monitors = gdk_display_get_monitors(display);
     for (guint index = 0; index < g_list_model_get_n_items(monitors); ++index) {
         const auto monitor = adopt(GDK_MONITOR(g_list_model_get_item(monitors, index)));

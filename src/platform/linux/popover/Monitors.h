@@ -6,7 +6,8 @@
 
 namespace desktop {
 
-/// The monitors of an X11 display in device pixels, the primary one first.
+/// The monitors of the display: on X11 in device pixels, the primary one first; elsewhere in the toolkit's pixels, and
+/// without what panels take.
 [[nodiscard]] std::vector<MonitorArea> monitorAreas(GdkDisplay* display);
 
 } // namespace desktop

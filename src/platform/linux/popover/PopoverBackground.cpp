@@ -1,6 +1,6 @@
 #include "platform/linux/popover/PopoverBackground.h"
 
-#include <cmath>
+#include <algorithm>
 
 namespace desktop {
 namespace {
@@ -271,6 +271,11 @@ BubbleShape bubbleShape(int contentWidth, int contentHeight, int scale, bool isP
     shape.shadow = shadow * scale;
     shape.gap = gap * scale;
     return shape;
+}
+
+PixelSize contentSizeIn(PixelSize box, int scale)
+{
+    return { std::max(1, box.width / scale - 2 * border), std::max(1, box.height / scale - 2 * border) };
 }
 
 } // namespace desktop

@@ -34,4 +34,7 @@ void setPopoverShape(GtkWidget* background, const PopoverBackgroundShape& shape)
 /// The sizes that placing needs, for a content size in the toolkit's pixels.
 [[nodiscard]] BubbleShape bubbleShape(int contentWidth, int contentHeight, int scale, bool isPlain);
 
+/// The other way round: the content, in the toolkit's pixels, that a box of that size on the screen has room for.
+[[nodiscard]] PixelSize contentSizeIn(PixelSize box, int scale);
+
 } // namespace desktop

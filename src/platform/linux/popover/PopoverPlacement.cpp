@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdlib>
 #include <limits>
 
@@ -143,17 +144,36 @@ int clampInto(int start, int length, int areaStart, int areaLength, int gap)
     return std::clamp(start, areaStart + margin, areaStart + slack - margin);
 }
 
+int marginAt(PanelSide end, PanelSide side, const BubbleShape& shape)
+{
+    return end == side ? shape.arrowLength : shape.shadow;
+}
+
+/// A monitor that is not known yet limits nothing.
+PixelSize fittingBox(PanelSide side, const PixelRect& area, const BubbleShape& shape)
+{
+    const auto fit = [&](int length, int room, PanelSide start, PanelSide end) {
+        return room > 0
+            ? std::min(length, std::max(1, room - marginAt(start, side, shape) - marginAt(end, side, shape)))
+            : length;
+    };
+    return { fit(shape.box.width, area.width, PanelSide::Left, PanelSide::Right),
+        fit(shape.box.height, area.height, PanelSide::Top, PanelSide::Bottom) };
+}
+
 PixelRect boxAt(const Target& target, const PixelRect& area, const BubbleShape& shape)
 {
-    const auto [width, height] = shape.box;
+    const auto [width, height] = fittingBox(target.side, area, shape);
     const auto isAcrossX = !isHorizontal(target.side);
     const auto length = isAcrossX ? width : height;
+    const auto isReduced = isAcrossX ? height < shape.box.height : width < shape.box.width;
+    const auto gap = isReduced ? shape.shadow : shape.gap;
     const auto across
         = pointsForward(target.side) ? target.edge + shape.arrowLength : target.edge - shape.arrowLength - length;
     if (isAcrossX)
         return { clampInto(across, width, area.x, area.width, 0),
-            clampInto(target.along - height / 2, height, area.y, area.height, shape.gap), width, height };
-    return { clampInto(target.along - width / 2, width, area.x, area.width, shape.gap),
+            clampInto(target.along - height / 2, height, area.y, area.height, gap), width, height };
+    return { clampInto(target.along - width / 2, width, area.x, area.width, gap),
         clampInto(across, height, area.y, area.height, 0), width, height };
 }
 
@@ -170,7 +190,7 @@ std::optional<int> arrowAt(const Target& target, const PixelRect& box, const Bub
 
 PixelRect withMargins(const PixelRect& box, PanelSide side, const BubbleShape& shape)
 {
-    const auto margin = [&](PanelSide at) { return at == side ? shape.arrowLength : shape.shadow; };
+    const auto margin = [&](PanelSide end) { return marginAt(end, side, shape); };
     const auto left = margin(PanelSide::Left);
     const auto top = margin(PanelSide::Top);
     return { box.x - left, box.y - top, left + box.width + margin(PanelSide::Right),
@@ -178,6 +198,13 @@ PixelRect withMargins(const PixelRect& box, PanelSide side, const BubbleShape& s
 }
 
 } // namespace
+
+int wholePixels(double length)
+{
+    // X11 counts in 16 bits.
+    constexpr auto longest = 32767.0;
+    return length >= 1 ? static_cast<int>(std::lround(std::min(length, longest))) : 1; // 1 also for what is no number
+}
 
 int panelThickness(const MonitorArea& monitor, PanelSide side)
 {

@@ -52,8 +52,12 @@ struct PopoverPlacement {
 };
 
 /// Finds the monitor and the panel that the anchor belongs to and puts the bubble beside it: centred on the anchor, but
-/// inside the work area, where the arrow moves instead. A box larger than the work area keeps its top and left ends.
+/// inside the work area, where the arrow moves instead. A box that does not fit into it with its margins is made
+/// smaller.
 [[nodiscard]] PopoverPlacement placePopover(const PopoverScene& scene, const BubbleShape& shape);
+
+/// The length as a box may have it: at least one pixel, and never so many that reckoning with them overflows.
+[[nodiscard]] int wholePixels(double length);
 
 /// How thick the panels on that side of the monitor are together.
 [[nodiscard]] int panelThickness(const MonitorArea& monitor, PanelSide side);

@@ -184,14 +184,16 @@ bool PopoverWindow::isPlain() const
 
 void PopoverWindow::layOut()
 {
+    auto* display = gtk_widget_get_display(window_);
+    const auto scale = isX11() ? gtk_widget_get_scale_factor(window_) : 1;
+    const PopoverScene scene { monitorAreas(display), anchor_, gtk_widget_get_default_direction() == GTK_TEXT_DIR_RTL };
+    const auto placement = placePopover(scene, bubbleShape(contentWidth_, contentHeight_, scale, isPlain()));
+    const auto content = contentSizeIn({ placement.box.width, placement.box.height }, scale);
     PopoverBackgroundShape shape {
-        .contentWidth = contentWidth_, .contentHeight = contentHeight_, .isPlain = isPlain()
+        .contentWidth = content.width, .contentHeight = content.height, .isPlain = isPlain()
     };
+    // Elsewhere the place is not ours to choose.
     if (isX11()) {
-        const auto scale = gtk_widget_get_scale_factor(window_);
-        const PopoverScene scene { monitorAreas(gtk_widget_get_display(window_)), anchor_,
-            gtk_widget_get_default_direction() == GTK_TEXT_DIR_RTL };
-        const auto placement = placePopover(scene, bubbleShape(contentWidth_, contentHeight_, scale, shape.isPlain));
         shape.side = placement.side;
         if (placement.arrow && !shape.isPlain)
             shape.arrow = static_cast<double>(*placement.arrow) / scale;
