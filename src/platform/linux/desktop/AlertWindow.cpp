@@ -66,7 +66,8 @@ void declineOnEscape(GtkWindow* window, const std::function<void()>& decline)
 
 } // namespace
 
-GtkWindow* makeAlertWindow(const AlertContent& content, GtkWindow* parent, std::function<void(std::size_t)> answer)
+GtkWindow* makeAlertWindow(
+    const AlertContent& content, GtkWindow* parent, const std::function<void(std::size_t)>& answer)
 {
     auto* window = GTK_WINDOW(gtk_window_new());
     gtk_window_set_title(window, content.message.c_str());

@@ -19,6 +19,6 @@ struct AlertContent {
 /// Makes, and does not yet show, the window of a question or notice in front of the parent (or null). `answer` is
 /// called with a button's index; Escape and closing the window answer with the last one.
 [[nodiscard]] GtkWindow* makeAlertWindow(
-    const AlertContent& content, GtkWindow* parent, std::function<void(std::size_t)> answer);
+    const AlertContent& content, GtkWindow* parent, const std::function<void(std::size_t)>& answer);
 
 } // namespace desktop
