@@ -63,7 +63,7 @@ void FakeWatcher::registerItem(const std::string& sender, const std::string& ser
         connection_.get(), sender.c_str(), G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr, vanished, this, nullptr));
 }
 
-void FakeWatcher::forget(std::string item)
+void FakeWatcher::forget(const std::string& item)
 {
     std::erase(items_, item);
     object_->emit("StatusNotifierItemUnregistered", g_variant_new("(s)", item.c_str()));

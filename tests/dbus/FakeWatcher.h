@@ -21,7 +21,7 @@ public:
     [[nodiscard]] int registrations() const { return registrations_; }
 
     /// Drops the item as watchers with a fault do, and says so.
-    void forget(std::string item);
+    void forget(const std::string& item);
 
 private:
     void registerItem(const std::string& sender, const std::string& service);

@@ -8,7 +8,6 @@ namespace {
 
 using desktop::MenuRow;
 using testing::ElementsAre;
-using testing::IsEmpty;
 
 MenuRow row(std::string key)
 {
@@ -43,7 +42,7 @@ protected:
             connection_.get(), path, { [this] { return rows_; }, [this] { ++openings_; }, [this] { ++opened_; } });
     }
 
-    MenuRow acting(std::string key)
+    MenuRow acting(const std::string& key)
     {
         auto acting = row(key);
         acting.activate = [this, key] { performed_.push_back(key); };

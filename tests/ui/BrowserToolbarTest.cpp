@@ -2,8 +2,6 @@
 
 namespace {
 
-using perchly::Bookmark;
-
 class BrowserToolbarTest : public BrowserTest { };
 
 std::string imageName(const std::shared_ptr<appkit::Button>& button)

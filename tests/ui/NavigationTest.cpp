@@ -5,7 +5,6 @@
 
 namespace {
 
-using perchly::Bookmark;
 using perchly::CurrentBookmark;
 
 class NavigationTest : public BrowserTest {
@@ -60,7 +59,7 @@ TEST_F(NavigationTest, AnAddressThatDoesNotParseChangesNothing)
 
 TEST_F(NavigationTest, AMegabyteOfTextIsAnAddressLikeAnyOther)
 {
-    const auto path = std::string(1024 * 1024, 'a');
+    const auto path = std::string(std::size_t { 1024 } * 1024, 'a');
 
     browser->loadURLString(server.url("/" + path), CurrentBookmark::Clear);
 
