@@ -24,6 +24,7 @@ target_sources(perchly_platform PRIVATE
   linux/popover/X11Window.cpp
   linux/statusarea/ExportedObject.cpp
   linux/statusarea/MenuInterface.cpp
+  linux/statusarea/MenuLabel.cpp
   linux/statusarea/MenuServer.cpp
   linux/statusarea/MenuTree.cpp
   linux/statusarea/Picture.cpp

@@ -1,6 +1,7 @@
 #include "platform/linux/appkit/MenuRows.h"
 
 #include "platform/linux/appkit/ImageNative.h"
+#include "platform/linux/statusarea/MenuLabel.h"
 
 namespace appkit {
 namespace {
@@ -28,7 +29,7 @@ desktop::MenuRow menuRow(const std::shared_ptr<MenuItem>& item)
         return separator();
     desktop::MenuRow row;
     row.key = item->action().name() + '\n' + item->title();
-    row.label = item->title();
+    row.label = desktop::menuLabel(item->title());
     row.enabled = item->isEnabled();
     row.shortcut = item->keyEquivalent();
     if (item->image())
