@@ -63,8 +63,9 @@ void FakeWatcher::registerItem(const std::string& sender, const std::string& ser
         connection_.get(), sender.c_str(), G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr, vanished, this, nullptr));
 }
 
-void FakeWatcher::forget(const std::string& item)
+void FakeWatcher::forget(std::string_view item)
 {
-    std::erase(items_, item);
-    object_->emit("StatusNotifierItemUnregistered", g_variant_new("(s)", item.c_str()));
+    const std::string name(item); // it may be one of the list's own
+    std::erase(items_, name);
+    object_->emit("StatusNotifierItemUnregistered", g_variant_new("(s)", name.c_str()));
 }

@@ -5,6 +5,7 @@
 
 #include <memory>
 #include <string>
+#include <string_view>
 #include <vector>
 
 /// A status area's watcher: keeps the items that register, by "name/path", and forgets those whose connection goes.
@@ -21,7 +22,7 @@ public:
     [[nodiscard]] int registrations() const { return registrations_; }
 
     /// Drops the item as watchers with a fault do, and says so.
-    void forget(const std::string& item);
+    void forget(std::string_view item);
 
 private:
     void registerItem(const std::string& sender, const std::string& service);
