@@ -49,15 +49,23 @@ bool isOurs(pid_t id, std::map<pid_t, Process>& processes)
 
 } // namespace
 
-int killPageProcesses()
+std::set<pid_t> pageProcesses()
 {
     auto processes = allProcesses();
     const auto snapshot = processes;
-    int killed = 0;
+    std::set<pid_t> found;
     for (const auto& [id, process] : snapshot) {
         if (process.name == "WebKitWebProces" && isOurs(id, processes)) // the kernel keeps fifteen characters
-            killed += kill(id, SIGKILL) == 0 ? 1 : 0;
+            found.insert(id);
     }
+    return found;
+}
+
+int killPageProcesses()
+{
+    int killed = 0;
+    for (const auto id : pageProcesses())
+        killed += kill(id, SIGKILL) == 0 ? 1 : 0;
     return killed;
 }
 

@@ -1,4 +1,5 @@
 #include "support/linux/PageProcess.h"
+#include "support/linux/ShownDialog.h"
 #include "ui/WebViewTest.h"
 
 #include <cstdlib>
@@ -9,6 +10,8 @@
 namespace {
 
 using perchly::test::killPageProcesses;
+using perchly::test::pageProcesses;
+using perchly::test::showsDialog;
 using perchly::test::waitUntil;
 
 class WebViewRecoveryTest : public WebViewTest {
@@ -25,6 +28,15 @@ protected:
     {
         return "<script>setTimeout(() => { const request = new XMLHttpRequest(); request.open('GET', '" + path
             + "', false); request.send(); " + script + " }, 100)</script>";
+    }
+
+    /// The page asks its user, who answers.
+    void expectThatThePageAsks()
+    {
+        (void)valueOf("setTimeout(() => { answer = String(confirm('stay?')) }); answer = 'none'");
+        ASSERT_TRUE(waitUntil([&] { return showsDialog(*webView); }));
+        perchly::test::answerDialog(*webView);
+        EXPECT_TRUE(waitForValue("String(answer !== 'none')", "true"));
     }
 };
 
@@ -91,6 +103,40 @@ TEST_F(WebViewRecoveryTest, APageThatDoesNotWantToBeLeftIsLeft)
     open("/second");
 
     EXPECT_EQ(valueOf("document.body.textContent"), "second");
+}
+
+TEST_F(WebViewRecoveryTest, BackWithinAPageLeavesItsDialogsAndItsProcess)
+{
+    open("/");
+    for (const auto* step : { "/one", "/two", "" })
+        (void)valueOf("history.pushState(null, '', '" + std::string(step) + "')");
+    ASSERT_TRUE(waitUntil([&] { return address() == server.url("/two"); }));
+    const auto processes = pageProcesses();
+
+    webView->goBack();
+    expectThatThePageAsks();
+    webView->goBack();
+    ASSERT_TRUE(waitUntil([&] { return address() == server.url("/one"); }));
+    expectThatThePageAsks();
+    webView->goForward();
+    ASSERT_TRUE(waitUntil([&] { return address() == server.url("/two"); }));
+    expectThatThePageAsks();
+
+    EXPECT_EQ(pageProcesses(), processes);
+    EXPECT_EQ(server.requestCount("/"), 1U);
+}
+
+TEST_F(WebViewRecoveryTest, APartOfThePageLeavesItsDialogsAndItsProcess)
+{
+    open("/");
+    const auto processes = pageProcesses();
+
+    load(server.url("/#part"));
+    ASSERT_TRUE(waitForValue("location.hash", "#part"));
+    expectThatThePageAsks();
+
+    EXPECT_EQ(pageProcesses(), processes);
+    EXPECT_EQ(server.requestCount("/"), 1U);
 }
 
 TEST_F(WebViewRecoveryTest, CookiesAndTrackingPreventionLiveInTheUsersFolder)

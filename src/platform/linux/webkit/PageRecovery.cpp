@@ -21,6 +21,8 @@ PageRecovery::PageRecovery(WebKitWebView* page)
 {
     connections_.push_back(desktop::connect<void(WebKitLoadEvent)>(
         page_, "load-changed", [this](WebKitLoadEvent event) { loadChanged(event); }));
+    connections_.push_back(
+        desktop::connect<void(GParamSpec*)>(page_, "notify::is-loading", [this](GParamSpec*) { endLeaveAtRest(); }));
     connections_.push_back(desktop::connect<void(GParamSpec*)>(
         page_, "notify::is-web-process-responsive", [this](GParamSpec*) { responsivenessChanged(); }));
     connections_.push_back(desktop::connect<void(WebKitWebProcessTerminationReason)>(
@@ -50,7 +52,14 @@ void PageRecovery::loadChanged(WebKitLoadEvent event)
         hasPage_ = true;
         isRecovering_ = false;
     }
-    if (event == WEBKIT_LOAD_COMMITTED || !webkit_web_view_is_loading(page_))
+    if (event == WEBKIT_LOAD_COMMITTED)
+        setPending(nullptr);
+}
+
+/// The page was left before; or the load failed; or it led within the page, which nothing else tells.
+void PageRecovery::endLeaveAtRest()
+{
+    if (!webkit_web_view_is_loading(page_))
         setPending(nullptr);
 }
 

@@ -25,6 +25,7 @@ public:
 
 private:
     void loadChanged(WebKitLoadEvent event);
+    void endLeaveAtRest();
     void setPending(std::function<void()> navigation);
     void responsivenessChanged();
     void endAndLeave();
