@@ -87,6 +87,33 @@ void restrictMenu(WebKitContextMenu* menu)
         webkit_context_menu_remove(menu, separator);
 }
 
+gboolean executeCommand(GtkWidget* page, GVariant*, gpointer command)
+{
+    if (!gtk_widget_has_focus(page))
+        return GDK_EVENT_PROPAGATE;
+    webkit_web_view_execute_editing_command(WEBKIT_WEB_VIEW(page), static_cast<const char*>(command));
+    return GDK_EVENT_STOP;
+}
+
+GtkShortcut* shortcutFor(const char* keys, const char* command)
+{
+    return gtk_shortcut_new(gtk_shortcut_trigger_parse_string(keys),
+        gtk_callback_action_new(executeCommand, const_cast<char*>(command), nullptr));
+}
+
+/// The editing shortcuts that the engine has no keys for.
+void addEditingKeys(GtkWidget* page)
+{
+    auto* controller = gtk_shortcut_controller_new();
+    auto* shortcuts = GTK_SHORTCUT_CONTROLLER(controller);
+    gtk_shortcut_controller_add_shortcut(shortcuts, shortcutFor("<Control>z", WEBKIT_EDITING_COMMAND_UNDO));
+    gtk_shortcut_controller_add_shortcut(shortcuts, shortcutFor("<Control><Shift>z", WEBKIT_EDITING_COMMAND_REDO));
+    // Heard at the window: the engine passes a key on to it only after the page has left that key alone.
+    gtk_shortcut_controller_set_scope(shortcuts, GTK_SHORTCUT_SCOPE_MANAGED);
+    gtk_event_controller_set_propagation_phase(controller, GTK_PHASE_BUBBLE);
+    gtk_widget_add_controller(page, controller);
+}
+
 } // namespace
 
 void limitNetworkMemory()
@@ -102,6 +129,7 @@ GtkWidget* makeEngineWidget(const WebViewConfiguration& configuration)
     const auto settings = makeSettings();
     auto* widget = GTK_WIDGET(g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", sharedContext(), "network-session",
         store->native().session.get(), "settings", settings.get(), "hexpand", TRUE, "vexpand", TRUE, nullptr));
+    addEditingKeys(widget);
     return widget;
 }
 
