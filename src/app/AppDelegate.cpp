@@ -48,10 +48,13 @@ void AppDelegate::completeLaunch()
     application.setActivationPolicy(appkit::ActivationPolicy::Accessory);
     statusBarController_ = StatusBarController::create();
     foundation::log("AppDelegate: Application started successfully with icon");
+    if (startedAgain_)
+        statusBarController_->showBrowserWindow();
 }
 
 void AppDelegate::applicationStartedAgain()
 {
+    startedAgain_ = true;
     if (statusBarController_)
         statusBarController_->showBrowserWindow();
 }

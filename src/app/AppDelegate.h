@@ -17,7 +17,7 @@ public:
     /// Only queues completeLaunch: set-up belongs to the first turn of the running main loop.
     void applicationDidFinishLaunching() override;
 
-    /// Brings up the general browser.
+    /// Brings up the general browser, as soon as set-up has run.
     void applicationStartedAgain() override;
 
     /// Null until set-up has run.
@@ -30,6 +30,7 @@ private:
     void completeLaunch();
 
     std::shared_ptr<StatusBarController> statusBarController_;
+    bool startedAgain_ = false;
 };
 
 } // namespace perchly

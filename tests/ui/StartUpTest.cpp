@@ -55,11 +55,15 @@ TEST_F(StartUpTest, TheMainMenuHoldsTheEditingCommandsForTheFirstResponder)
             "Select All selectAll: a"));
 }
 
-TEST_F(StartUpTest, AStartBeforeSetUpIsOver)
+TEST_F(StartUpTest, AnotherStartBeforeSetUpBringsUpTheBrowserAfterIt)
 {
+    delegate->applicationDidFinishLaunching();
     delegate->applicationStartedAgain();
-
     EXPECT_EQ(delegate->statusBarController(), nullptr);
+
+    EXPECT_TRUE(perchly::test::waitUntil([&] {
+        return delegate->statusBarController() && delegate->statusBarController()->surfaces().popover().isShown();
+    }));
 }
 
 } // namespace
