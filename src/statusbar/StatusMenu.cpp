@@ -12,6 +12,7 @@ constexpr auto openInSystemBrowser = "Open in System Browser";
 void addPinnedBookmark(appkit::Menu& menu, const Bookmark& bookmark, const StatusMenuActions& actions)
 {
     auto& item = menu.addItem(bookmark.title, actions.pinnedBookmarkClicked);
+    item.setIdentifier(bookmark.id);
     item.setRepresentedObject(bookmark);
 
     auto submenu = std::make_shared<appkit::Menu>();

@@ -48,6 +48,10 @@ public:
     void setImage(std::shared_ptr<Image> image) { image_ = std::move(image); }
     [[nodiscard]] const std::shared_ptr<Image>& image() const { return image_; }
 
+    /// Tells the row from others of the same title, also when the menu is built anew. Never shown.
+    void setIdentifier(std::string identifier) { identifier_ = std::move(identifier); }
+    [[nodiscard]] const std::string& identifier() const { return identifier_; }
+
     void setRepresentedObject(std::any object) { representedObject_ = std::move(object); }
     [[nodiscard]] const std::any& representedObject() const { return representedObject_; }
 
@@ -67,6 +71,7 @@ private:
     std::shared_ptr<Menu> submenu_;
     std::shared_ptr<Image> image_;
     std::any representedObject_;
+    std::string identifier_;
 };
 
 class Menu {

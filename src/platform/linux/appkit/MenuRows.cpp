@@ -28,7 +28,7 @@ desktop::MenuRow menuRow(const std::shared_ptr<MenuItem>& item)
     if (item->isSeparator())
         return separator();
     desktop::MenuRow row;
-    row.key = item->action().name() + '\n' + item->title();
+    row.key = item->action().name() + '\n' + (item->identifier().empty() ? item->title() : item->identifier());
     row.label = desktop::menuLabel(item->title());
     row.enabled = item->isEnabled();
     row.shortcut = item->keyEquivalent();

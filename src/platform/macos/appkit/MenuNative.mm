@@ -33,6 +33,7 @@ NSMenuItem* makeRow(const std::shared_ptr<MenuItem>& item)
                                           keyEquivalent:nativeText(item->keyEquivalent())];
     if (item->action().hasTarget())
         setTarget(row, item);
+    row.identifier = nativeText(item->identifier());
     row.image = nativeImage(item->image());
     if (item->submenu())
         row.submenu = makeNativeMenu(*item->submenu());
