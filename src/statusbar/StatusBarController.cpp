@@ -54,8 +54,15 @@ void StatusBarController::start()
     surfaces_.emplace(weak_from_this(), weak_from_this());
     setupStatusItem();
     auto& center = foundation::NotificationCenter::defaultCenter();
-    settingsObservation_ = center.addObserver(notifications::settingsDidChange, [this] { settingsDidChange(); });
-    bookmarksObservation_ = center.addObserver(notifications::bookmarksDidChange, [this] { bookmarksDidChange(); });
+    const auto observe
+        = [&center, weak = weak_from_this()](std::string_view name, void (StatusBarController::*handler)()) {
+              return center.addObserver(name, [weak, handler] {
+                  if (auto self = weak.lock())
+                      (self.get()->*handler)();
+              });
+          };
+    settingsObservation_ = observe(notifications::settingsDidChange, &StatusBarController::settingsDidChange);
+    bookmarksObservation_ = observe(notifications::bookmarksDidChange, &StatusBarController::bookmarksDidChange);
 }
 
 void StatusBarController::setupStatusItem()

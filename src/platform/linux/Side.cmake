@@ -8,6 +8,7 @@ include(LateBinding)
 target_link_libraries(perchly_foundation PUBLIC PkgConfig::GIO)
 
 target_sources(perchly_platform PRIVATE
+  linux/appkit/MenuKeys.cpp
   linux/appkit/MenuRows.cpp
   linux/desktop/AlertWindow.cpp
   linux/desktop/ConstraintView.cpp
@@ -40,7 +41,7 @@ target_include_directories(perchly_platform SYSTEM PRIVATE
 add_late_binding(perchly_platform
   SOURCES linux/desktop/LateBinding.cpp linux/desktop/LateBindingEntries.S
   TOOLKIT gtk-4 cairo pango-1.0 gdk_pixbuf-2.0 graphene-1.0 X11 Xi
-  ENGINE webkitgtk-6.0 javascriptcoregtk-6.0 soup-3.0)
+  ENGINE webkitgtk-6.0 javascriptcoregtk-6.0)
 
 # Pictures of status items and menu rows are drawn by a program of their own, so that an idle process stays light.
 pkg_check_modules(PICTURES REQUIRED IMPORTED_TARGET librsvg-2.0 pangocairo)

@@ -4,11 +4,12 @@
 #include "platform/linux/desktop/AlertWindow.h"
 #include "platform/linux/desktop/Toolkit.h"
 
+#include <algorithm>
+
 namespace appkit {
 
 struct Alert::Native {
     GMainLoop* loop;
-    Alert* before;
     std::size_t answer;
 
     void end(std::size_t buttonIndex)
@@ -20,8 +21,8 @@ struct Alert::Native {
 
 namespace {
 
-Alert* runningAlert = nullptr;
-std::vector<GMainLoop*> runningLoops;
+/// The latest last.
+std::vector<Alert*> runningAlerts;
 
 GtkWindow* activeWindow()
 {
@@ -42,25 +43,23 @@ std::size_t Alert::runModal()
 {
     desktop::loadToolkit();
     const auto titles = buttonTitles.empty() ? std::vector<std::string> { "OK" } : buttonTitles;
-    Native native { g_main_loop_new(nullptr, FALSE), runningAlert, titles.size() - 1 };
+    Native native { g_main_loop_new(nullptr, FALSE), titles.size() - 1 };
     native_ = &native;
-    runningAlert = this;
     auto* window = desktop::makeAlertWindow({ messageText, informativeText, titles }, activeWindow(),
         [&native](std::size_t buttonIndex) { native.end(buttonIndex); });
     gtk_window_present(window);
-    runningLoops.push_back(native.loop);
+    runningAlerts.push_back(this);
     g_main_loop_run(native.loop);
-    runningLoops.pop_back();
+    runningAlerts.pop_back();
     gtk_window_destroy(window);
     g_main_loop_unref(native.loop);
-    runningAlert = native.before;
     native_ = nullptr;
     return native.answer;
 }
 
 Alert* Alert::running()
 {
-    return runningAlert;
+    return runningAlerts.empty() ? nullptr : runningAlerts.back();
 }
 
 void Alert::performClick(std::size_t buttonIndex)
@@ -71,8 +70,8 @@ void Alert::performClick(std::size_t buttonIndex)
 
 void cancelRunningAlerts()
 {
-    for (auto* loop : runningLoops)
-        g_main_loop_quit(loop);
+    for (auto* alert : runningAlerts)
+        alert->performClick(std::max<std::size_t>(alert->buttonTitles.size(), 1) - 1);
 }
 
 } // namespace appkit

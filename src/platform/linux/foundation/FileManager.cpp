@@ -78,8 +78,13 @@ bool writeFully(int file, std::string_view bytes)
 /// Takes the room for a file of that size while its contents are still untouched: on a full disk they stay.
 bool takeRoom(int file, std::size_t size)
 {
-    return size == 0 || ::fallocate(file, 0, 0, static_cast<off_t>(size)) == 0 || errno == EOPNOTSUPP || errno == ENOSYS
-        || errno == ENODEV || errno == ESPIPE;
+    if (size == 0)
+        return true;
+    auto result = 0;
+    do {
+        result = ::fallocate(file, 0, 0, static_cast<off_t>(size));
+    } while (result != 0 && errno == EINTR);
+    return result == 0 || errno == EOPNOTSUPP || errno == ENOSYS || errno == ENODEV || errno == ESPIPE;
 }
 
 /// Cuts off what a longer file held before. What is no file has no end.

@@ -166,7 +166,8 @@ void WebView::evaluateJavaScript(
 {
     [engine_->webView evaluateJavaScript:nativeText(script)
                        completionHandler:^(id value, NSError* error) {
-                           completionHandler(error ? std::nullopt : std::optional(textOf(value)));
+                           if (completionHandler)
+                               completionHandler(error ? std::nullopt : std::optional(textOf(value)));
                        }];
 }
 
