@@ -21,9 +21,10 @@ public:
     void setMenu(std::shared_ptr<Menu> menu);
     [[nodiscard]] std::shared_ptr<Menu> menu() const;
 
+    struct Native;
+
 private:
     friend class StatusBar;
-    struct Native;
     explicit StatusItem(std::unique_ptr<Native> native);
 
     std::unique_ptr<Native> native_;

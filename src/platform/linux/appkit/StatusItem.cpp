@@ -32,6 +32,12 @@ void logOnce(const std::string& line)
         foundation::log(line);
 }
 
+std::vector<const StatusItem::Native*>& allItems()
+{
+    static std::vector<const StatusItem::Native*> items;
+    return items;
+}
+
 desktop::GLibPointer<> sessionBusAddress()
 {
     desktop::ErrorPointer error;
@@ -46,11 +52,13 @@ desktop::GLibPointer<> sessionBusAddress()
 StatusItem::Native::Native(std::string itemId)
     : id(std::move(itemId))
 {
+    allItems().push_back(this);
     connect();
 }
 
 StatusItem::Native::~Native()
 {
+    std::erase(allItems(), this);
     disconnect();
 }
 
@@ -167,6 +175,16 @@ void StatusItem::Native::setMenu(std::shared_ptr<Menu> newMenu)
     // Hosts learn only once whether an item is a menu.
     disconnect();
     connect();
+}
+
+std::vector<std::shared_ptr<Menu>> StatusItem::Native::attachedMenus()
+{
+    std::vector<std::shared_ptr<Menu>> menus;
+    for (const auto* item : allItems()) {
+        if (item->menu)
+            menus.push_back(item->menu);
+    }
+    return menus;
 }
 
 StatusItem::StatusItem(std::unique_ptr<Native> native)

@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace appkit {
 
@@ -21,6 +22,9 @@ struct StatusItem::Native {
     Native& operator=(const Native&) = delete;
 
     void setMenu(std::shared_ptr<Menu> newMenu);
+
+    /// The menus of all status items there are.
+    [[nodiscard]] static std::vector<std::shared_ptr<Menu>> attachedMenus();
 
     std::string id;
     std::shared_ptr<StatusBarButton> button;

@@ -1,6 +1,9 @@
 #include "platform/appkit/Window.h"
 
+#include "platform/foundation/DispatchQueue.h"
+#include "platform/linux/appkit/MenuKeys.h"
 #include "platform/linux/appkit/WindowNative.h"
+#include "platform/linux/desktop/GObject.h"
 #include "platform/linux/desktop/Toolkit.h"
 #include "platform/linux/popover/X11Window.h"
 
@@ -16,6 +19,29 @@ void deleteHolder(gpointer holder)
     // The GtkWindow goes; whoever still has the Window must not reach it.
     (*static_cast<Holder*>(holder))->native().window = nullptr;
     delete static_cast<Holder*>(holder);
+}
+
+bool isPressed(GdkEvent* event, const MenuKey& key)
+{
+    const auto modifiers = static_cast<GdkModifierType>(GDK_CONTROL_MASK | (key.needsShift ? GDK_SHIFT_MASK : 0));
+    // The event knows the keyboard: with another alphabet, the Latin letter of the same key counts.
+    return gdk_key_event_matches(event, gdk_unicode_to_keyval(key.character), modifiers) != GDK_KEY_MATCH_NONE;
+}
+
+/// The keys of the menus choose their items where nothing inside the window wanted the key: later, because the item may
+/// end the window.
+void connectMenuKeys(GtkWindow* window)
+{
+    auto* keys = gtk_event_controller_key_new();
+    const auto choose = [keys](guint, guint, GdkModifierType) -> gboolean {
+        auto* event = gtk_event_controller_get_current_event(keys);
+        const auto item = itemForKey([event](const MenuKey& key) { return isPressed(event, key); });
+        if (item)
+            foundation::dispatchMainAsync([item] { item->performAction(); });
+        return item != nullptr;
+    };
+    desktop::connect<gboolean(guint, guint, GdkModifierType)>(keys, "key-pressed", choose).keep();
+    gtk_widget_add_controller(GTK_WIDGET(window), keys);
 }
 
 } // namespace
@@ -57,6 +83,7 @@ std::shared_ptr<Window> attachWindow(GtkWindow* window)
         return attached;
     auto wrapped = std::make_shared<Window>(std::make_unique<Window::Native>(Window::Native { window }));
     g_object_set_data_full(G_OBJECT(window), windowKey, new Holder(wrapped), deleteHolder);
+    connectMenuKeys(window);
     return wrapped;
 }
 
