@@ -56,6 +56,22 @@ TEST_F(WebViewTest, AFailedLoadKeepsThePage)
     EXPECT_FALSE(webView->canGoBack());
 }
 
+TEST_F(WebViewTest, ALoadFromAPortOfAnotherServiceKeepsThePage)
+{
+    open("/");
+    for (const auto* blocked : { "http://127.0.0.1:9/", "http://127.0.0.1:1/a|b%zz", "https://user@127.0.0.1:6697/",
+             "http://[::1]:10080/#part" }) {
+        load(blocked);
+        EXPECT_TRUE(webView->isLoading()) << blocked;
+        ASSERT_TRUE(comesToRest()) << blocked;
+
+        EXPECT_EQ(address(), server.url("/")) << blocked;
+        EXPECT_EQ(valueOf("document.body.textContent"), "first") << blocked;
+    }
+    EXPECT_FALSE(webView->canGoBack());
+    EXPECT_EQ(delegate->finished.size(), 1U);
+}
+
 TEST_F(WebViewTest, ALoadWithoutAnAnswerIsGivenUpAfterItsTimeout)
 {
     open("/");

@@ -2,6 +2,7 @@
 
 #include "platform/linux/desktop/LateBinding.h"
 #include "platform/linux/desktop/Toolkit.h"
+#include "platform/linux/webkit/BlockedPorts.h"
 #include "platform/linux/webkit/WebsiteDataStoreNative.h"
 
 #include <algorithm>
@@ -114,6 +115,16 @@ void addEditingKeys(GtkWidget* page)
     gtk_widget_add_controller(page, controller);
 }
 
+/// True for a decision that is made here. The engine takes the page away before it refuses a port.
+bool refuseBlockedPort(WebKitPolicyDecision* decision)
+{
+    auto* action = webkit_navigation_policy_decision_get_navigation_action(WEBKIT_NAVIGATION_POLICY_DECISION(decision));
+    if (!hasBlockedPort(webkit_uri_request_get_uri(webkit_navigation_action_get_request(action))))
+        return false;
+    webkit_policy_decision_ignore(decision);
+    return true;
+}
+
 } // namespace
 
 void limitNetworkMemory()
@@ -146,6 +157,10 @@ std::vector<desktop::SignalConnection> restrictPage(WebKitWebView* page)
         page, "context-menu", [](WebKitContextMenu* menu, WebKitHitTestResult*) -> gboolean {
             restrictMenu(menu);
             return webkit_context_menu_get_n_items(menu) == 0;
+        }));
+    connections.push_back(desktop::connect<gboolean(WebKitPolicyDecision*, WebKitPolicyDecisionType)>(
+        page, "decide-policy", [](WebKitPolicyDecision* decision, WebKitPolicyDecisionType type) -> gboolean {
+            return type == WEBKIT_POLICY_DECISION_TYPE_NAVIGATION_ACTION && refuseBlockedPort(decision);
         }));
     return connections;
 }
