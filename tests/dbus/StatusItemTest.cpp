@@ -133,6 +133,30 @@ TEST_F(StatusItemTest, AnItemWithoutAMenuSendsItsActionOnAClick)
     EXPECT_EQ(item->button()->native().lastClick, std::optional(std::pair(30, 12)));
 }
 
+TEST_F(StatusItemTest, AnActionKnowsWhetherTheItemItselfWasClicked)
+{
+    const FakeWatcher watcher;
+    const auto item = makeItem(false);
+    struct Observer {
+        std::weak_ptr<appkit::StatusBarButton> button;
+        std::vector<bool> seen {};
+        void act() { seen.push_back(button.lock()->native().isBeingClicked); }
+    };
+    const auto observer = std::make_shared<Observer>(Observer { item->button() });
+    item->button()->setAction({ "act", std::weak_ptr(observer), &Observer::act });
+    ASSERT_TRUE(appears(watcher));
+    auto menuObject = target(watcher.items().front(), "com.canonical.dbusmenu");
+    menuObject.path = "/MenuBar";
+
+    print(target(watcher.items().front(), itemInterface), "Activate", g_variant_new("(ii)", 30, 12));
+    ASSERT_TRUE(waitUntil([&] { return observer->seen.size() == 1; }));
+    print(menuObject, "Event", g_variant_new("(isvu)", 1, "clicked", g_variant_new_int32(0), 0U));
+    ASSERT_TRUE(waitUntil([&] { return observer->seen.size() == 2; }));
+
+    EXPECT_THAT(observer->seen, ElementsAre(true, false));
+    EXPECT_FALSE(item->button()->native().isBeingClicked);
+}
+
 TEST_F(StatusItemTest, TheMenuOfAnItemWithoutOneHasARowForTheClick)
 {
     const FakeWatcher watcher;

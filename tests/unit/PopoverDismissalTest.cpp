@@ -5,7 +5,6 @@
 namespace desktop::tests {
 
 using Decision = PopoverDismissal::Decision;
-using ItemClick = PopoverDismissal::ItemClick;
 using Press = PopoverDismissal::Press;
 using Time = PopoverDismissal::Time;
 
@@ -144,25 +143,14 @@ TEST_F(PopoverDismissalTest, LeavesAnApplicationDefinedPopoverToTheApplication)
     EXPECT_EQ(dismissal.escapePressed(), keep);
 }
 
-TEST_F(PopoverDismissalTest, ClosesAtASecondClickOnItsItem)
-{
-    EXPECT_EQ(dismissal.itemClicked(Time(0), true), ItemClick::Closes);
-}
-
-TEST_F(PopoverDismissalTest, ShowsAtAClickOnAnotherItem)
-{
-    EXPECT_EQ(dismissal.itemClicked(Time(0), false), ItemClick::Shows);
-}
-
 TEST_F(PopoverDismissalTest, DoesNotReopenAtTheClickThatClosedIt)
 {
     EXPECT_EQ(dismissal.activeChanged(false), lookAgain);
     EXPECT_EQ(dismissal.woken({}), close);
     dismissal.closed(Time(1000));
 
-    EXPECT_EQ(dismissal.itemClicked(Time(1399), true), ItemClick::DoesNothing);
-    EXPECT_EQ(dismissal.itemClicked(Time(1399), false), ItemClick::Shows);
-    EXPECT_EQ(dismissal.itemClicked(Time(1400), true), ItemClick::Shows);
+    EXPECT_TRUE(dismissal.wasClosedByClick(Time(1399)));
+    EXPECT_FALSE(dismissal.wasClosedByClick(Time(1400)));
 }
 
 TEST_F(PopoverDismissalTest, DoesNotReopenAfterAPressThatClosedIt)
@@ -170,7 +158,7 @@ TEST_F(PopoverDismissalTest, DoesNotReopenAfterAPressThatClosedIt)
     EXPECT_EQ(dismissal.pressed(Press::Elsewhere, false), close);
     dismissal.closed(Time(1000));
 
-    EXPECT_EQ(dismissal.itemClicked(Time(1100), true), ItemClick::DoesNothing);
+    EXPECT_TRUE(dismissal.wasClosedByClick(Time(1100)));
 }
 
 TEST_F(PopoverDismissalTest, ReopensAtOnceWhenClosedOtherwise)
@@ -178,7 +166,14 @@ TEST_F(PopoverDismissalTest, ReopensAtOnceWhenClosedOtherwise)
     EXPECT_EQ(dismissal.escapePressed(), close);
     dismissal.closed(Time(1000));
 
-    EXPECT_EQ(dismissal.itemClicked(Time(1001), true), ItemClick::Shows);
+    EXPECT_FALSE(dismissal.wasClosedByClick(Time(1001)));
+}
+
+TEST_F(PopoverDismissalTest, KnowsNoClickWhileShown)
+{
+    EXPECT_EQ(dismissal.pressed(Press::Elsewhere, false), close);
+
+    EXPECT_FALSE(dismissal.wasClosedByClick(Time(0)));
 }
 
 TEST_F(PopoverDismissalTest, RemembersOnlyItsLastShowing)
@@ -188,7 +183,7 @@ TEST_F(PopoverDismissalTest, RemembersOnlyItsLastShowing)
     dismissal.shown();
     dismissal.closed(Time(1100));
 
-    EXPECT_EQ(dismissal.itemClicked(Time(1150), true), ItemClick::Shows);
+    EXPECT_FALSE(dismissal.wasClosedByClick(Time(1150)));
 }
 
 } // namespace desktop::tests

@@ -15,6 +15,8 @@ struct Popover::Native {
     foundation::Size contentSize;
     std::weak_ptr<PopoverDelegate> delegate;
     std::optional<desktop::PopoverWindow> window;
+    /// Only compared, never followed.
+    const StatusBarButton* lastAnchor = nullptr;
 
     desktop::PopoverWindow& makeWindow()
     {
@@ -89,6 +91,10 @@ foundation::Size Popover::contentSize() const
 
 void Popover::show(foundation::Rect /*rect*/, StatusBarButton& anchor, RectEdge /*preferredEdge*/)
 {
+    // The user clicked the item to close the popover, which the loss of the keyboard had done already.
+    const auto isSameItem = std::exchange(native_->lastAnchor, &anchor) == &anchor;
+    if (isSameItem && anchor.native().isBeingClicked && native_->window && native_->window->wasClosedByClick())
+        return;
     // Status areas do not tell where an icon is; a click in it and the panel's edge stand for its rectangle and edge.
     std::optional<desktop::PixelPoint> point;
     if (const auto& click = anchor.native().lastClick)

@@ -13,6 +13,9 @@ struct StatusBarButton::Native {
     /// icon, when the user last clicked it. None while unknown.
     std::optional<std::pair<int, int>> lastClick;
 
+    /// While the action of a click on the item itself is being sent; a row of its menu is no such click.
+    bool isBeingClicked = false;
+
     /// Set by the status item: the picture or title has changed.
     std::function<void()> changed;
 };

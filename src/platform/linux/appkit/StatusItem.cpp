@@ -159,8 +159,12 @@ void StatusItem::Native::clicked(std::optional<std::pair<int, int>> place)
     const auto pointer = desktop::pointerPosition();
     button->native().lastClick = pointer ? pointer : place;
     foundation::dispatchMainAsync([weak = std::weak_ptr(button)] {
-        if (auto clickable = weak.lock())
-            clickable->performClick();
+        const auto clickable = weak.lock();
+        if (!clickable)
+            return;
+        clickable->native().isBeingClicked = true;
+        clickable->performClick();
+        clickable->native().isBeingClicked = false;
     });
 }
 

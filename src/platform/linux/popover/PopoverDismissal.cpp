@@ -60,14 +60,9 @@ PopoverDismissal::Decision PopoverDismissal::escapePressed()
     return { .closes = isTransient_ && isShown_ };
 }
 
-PopoverDismissal::ItemClick PopoverDismissal::itemClicked(Time now, bool isShownItem) const
+bool PopoverDismissal::wasClosedByClick(Time now) const
 {
-    if (!isShownItem)
-        return ItemClick::Shows;
-    if (isShown_)
-        return ItemClick::Closes;
-    const auto closedByThisClick = turnedAwayAt_ && now - *turnedAwayAt_ < reopenGuard;
-    return closedByThisClick ? ItemClick::DoesNothing : ItemClick::Shows;
+    return !isShown_ && turnedAwayAt_ && now - *turnedAwayAt_ < reopenGuard;
 }
 
 PopoverDismissal::Decision PopoverDismissal::turnAway()

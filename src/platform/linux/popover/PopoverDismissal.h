@@ -41,9 +41,6 @@ public:
         bool operator==(const Decision&) const = default;
     };
 
-    /// What a direct click on the status item does.
-    enum class ItemClick { Shows, Closes, DoesNothing };
-
     /// Only a transient popover closes by itself. Initially it is not.
     void setTransient(bool isTransient) { isTransient_ = isTransient; }
 
@@ -57,8 +54,8 @@ public:
     /// Escape, when nothing inside wanted it.
     [[nodiscard]] Decision escapePressed();
 
-    /// For a click that goes to the item itself; a row of its menu always shows.
-    [[nodiscard]] ItemClick itemClicked(Time now, bool isShownItem) const;
+    /// True where a direct click on the popover's own item that arrives now is the click that made the popover close.
+    [[nodiscard]] bool wasClosedByClick(Time now) const;
 
 private:
     [[nodiscard]] Decision turnAway();

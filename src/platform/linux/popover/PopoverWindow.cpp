@@ -166,6 +166,11 @@ void PopoverWindow::hide()
     gdk_display_flush(gtk_widget_get_display(window_));
 }
 
+bool PopoverWindow::wasClosedByClick() const
+{
+    return dismissal_.wasClosedByClick(now());
+}
+
 void PopoverWindow::present()
 {
     if (!isX11())

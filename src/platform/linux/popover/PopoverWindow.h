@@ -35,6 +35,9 @@ public:
     void hide();
     [[nodiscard]] bool isShown() const { return isShown_; }
 
+    /// The click that a status item tells of now has already closed the popover: it lost the keyboard to it.
+    [[nodiscard]] bool wasClosedByClick() const;
+
     [[nodiscard]] GtkWindow* window() const { return GTK_WINDOW(window_); }
 
 private:
