@@ -10,6 +10,21 @@ namespace {
 
 constexpr auto applicationId = "org.perchly.Perchly";
 
+/// Takes in whatever is no option, so that it can be refused.
+constexpr GOptionEntry options[] = {
+    { G_OPTION_REMAINING, 0, 0, G_OPTION_ARG_STRING_ARRAY, nullptr, nullptr, nullptr },
+    {},
+};
+
+/// The exit status; negative to go on.
+int refuseArguments(GVariantDict* given)
+{
+    if (!g_variant_dict_contains(given, G_OPTION_REMAINING))
+        return -1;
+    g_printerr("Usage: perchly [--help]\n");
+    return 1;
+}
+
 } // namespace
 
 struct Application::Native {
@@ -18,7 +33,7 @@ struct Application::Native {
     ActivationPolicy activationPolicy = ActivationPolicy::Regular;
     bool isLaunched = false;
     desktop::ObjectPointer<GApplication> application;
-    std::array<desktop::SignalConnection, 2> connections;
+    std::array<desktop::SignalConnection, 3> connections;
 
     void start()
     {
@@ -61,8 +76,11 @@ int Application::run(int argc, char** argv)
     g_set_application_name("Perchly");
     native_->application = desktop::adopt(g_application_new(applicationId, G_APPLICATION_DEFAULT_FLAGS));
     auto* application = native_->application.get();
-    native_->connections = { desktop::connect<void()>(application, "startup", [this] { native_->start(); }),
-        desktop::connect<void()>(application, "activate", [this] { native_->activate(); }) };
+    g_application_add_main_option_entries(application, options);
+    native_->connections
+        = { desktop::connect<gint(GVariantDict*)>(application, "handle-local-options", refuseArguments),
+              desktop::connect<void()>(application, "startup", [this] { native_->start(); }),
+              desktop::connect<void()>(application, "activate", [this] { native_->activate(); }) };
     return g_application_run(application, argc, argv);
 }
 
