@@ -18,7 +18,8 @@ constexpr const char* menuItemPath = "/org/ayatana/NotificationItem/perchly";
 constexpr const char* clickItemPath = "/StatusNotifierItem";
 constexpr const char* menuPath = "/MenuBar";
 
-/// These show an item's menu on a left click only by way of Activate; others see its absence and open the menu.
+/// These open no menu on a left click and know only Activate: there it does what the button does, and the menu is left
+/// to the right button. Others see that Activate is missing and open the menu on any click.
 bool needsActivate()
 {
     const auto desktops = desktop::environment("XDG_CURRENT_DESKTOP");
