@@ -236,7 +236,7 @@ TEST_F(StatusItemTest, TakesANewPictureWhileItBecomesAMenu)
     const auto item = makeItem(false);
     ASSERT_TRUE(appears(watcher));
     const auto isMenu = [&] {
-        const auto items = watcher.items();
+        const auto& items = watcher.items();
         return items.size() == 1 && items.front().find("/org/ayatana/") != std::string::npos;
     };
 
