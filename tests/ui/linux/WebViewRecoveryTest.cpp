@@ -126,6 +126,22 @@ TEST_F(WebViewRecoveryTest, BackWithinAPageLeavesItsDialogsAndItsProcess)
     EXPECT_EQ(server.requestCount("/"), 1U);
 }
 
+TEST_F(WebViewRecoveryTest, APageMayAskWhileItIsGoneBackIn)
+{
+    open("/");
+    const auto processes = pageProcesses();
+    (void)valueOf("onpopstate = () => { answer = String(confirm('back?')) }; answer = 'none'; "
+                  "history.pushState(null, '', '/one')");
+    ASSERT_TRUE(waitUntil([&] { return address() == server.url("/one"); }));
+
+    webView->goBack();
+
+    ASSERT_TRUE(waitUntil([&] { return showsDialog(*webView); }));
+    perchly::test::answerDialog(*webView);
+    EXPECT_TRUE(waitForValue("String(answer !== 'none')", "true"));
+    EXPECT_EQ(pageProcesses(), processes);
+}
+
 TEST_F(WebViewRecoveryTest, APartOfThePageLeavesItsDialogsAndItsProcess)
 {
     open("/");

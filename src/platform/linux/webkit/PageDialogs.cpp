@@ -49,9 +49,9 @@ PageDialogs::PageDialogs(WebKitWebView* page, std::function<void()> pageDoesNotL
     connections_.push_back(desktop::connect<void()>(page_, "map", [this] { release(); }));
 }
 
-void PageDialogs::setLeaving(bool isLeaving)
+void PageDialogs::setLeaving(Leaving leaving)
 {
-    isLeaving_ = isLeaving;
+    isLeaving_ = leaving == Leaving::Away || (leaving == Leaving::AlongHistory && isFlooding_);
     askedWhileLeaving_ = 0;
 }
 

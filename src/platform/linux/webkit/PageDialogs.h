@@ -11,14 +11,17 @@
 
 namespace webkit {
 
+/// How a page is being left. A step along the history may stay within it, and then it may ask something on the way.
+enum class Leaving { No, AlongHistory, Away };
+
 /// Lets a page show its dialogs, which stop its scripts until they are answered, but not one after the other without
-/// end: those of a page that floods the user are answered with "cancel" unseen and slowly, until it is left. While it
-/// is being left it shows none; one that asks on and on even then doesn't let go.
+/// end: those of a page that floods the user are answered with "cancel" unseen and slowly, until it is left. While
+/// it is being left it shows none; one that asks on and on even then doesn't let go.
 class PageDialogs {
 public:
     PageDialogs(WebKitWebView* page, std::function<void()> pageDoesNotLetGo);
 
-    void setLeaving(bool isLeaving);
+    void setLeaving(Leaving leaving);
 
     /// True while the page waits for an answer, and can't be left.
     [[nodiscard]] bool isPageWaiting() const;

@@ -29,38 +29,38 @@ PageRecovery::PageRecovery(WebKitWebView* page)
         page_, "web-process-terminated", [this](WebKitWebProcessTerminationReason reason) { processDied(reason); }));
 }
 
-void PageRecovery::leave(const std::function<void()>& navigation)
+void PageRecovery::leave(Leaving leaving, const std::function<void()>& navigation)
 {
     recentDeaths_ = 0;
     later_.reset();
     if (dialogs_.isPageWaiting())
         webkit_web_view_terminate_web_process(page_);
     // Kept for the case that the page turns out to hang: the engine knows after three seconds.
-    setPending(navigation);
+    pending_ = navigation;
+    dialogs_.setLeaving(hasPage_ ? leaving : Leaving::No);
     navigation();
 }
 
-void PageRecovery::setPending(std::function<void()> navigation)
+void PageRecovery::endLeave()
 {
-    pending_ = std::move(navigation);
-    dialogs_.setLeaving(pending_ && hasPage_);
+    pending_ = nullptr;
+    dialogs_.setLeaving(Leaving::No);
 }
 
 void PageRecovery::loadChanged(WebKitLoadEvent event)
 {
-    if (event == WEBKIT_LOAD_COMMITTED) {
-        hasPage_ = true;
-        isRecovering_ = false;
-    }
-    if (event == WEBKIT_LOAD_COMMITTED)
-        setPending(nullptr);
+    if (event != WEBKIT_LOAD_COMMITTED)
+        return;
+    hasPage_ = true;
+    isRecovering_ = false;
+    endLeave();
 }
 
 /// The page was left before; or the load failed; or it led within the page, which nothing else tells.
 void PageRecovery::endLeaveAtRest()
 {
     if (!webkit_web_view_is_loading(page_))
-        setPending(nullptr);
+        endLeave();
 }
 
 void PageRecovery::responsivenessChanged()
@@ -74,8 +74,8 @@ void PageRecovery::endAndLeave()
 {
     // Later, because the page's request is still being handled.
     later_ = desktop::callAfter(0, [this] {
-        const auto navigation = std::exchange(pending_, nullptr);
-        setPending(nullptr);
+        const auto navigation = pending_;
+        endLeave();
         if (!navigation)
             return;
         webkit_web_view_terminate_web_process(page_);

@@ -18,7 +18,7 @@ public:
     explicit PageRecovery(WebKitWebView* page);
 
     /// Does what leaves the page or reloads it.
-    void leave(const std::function<void()>& navigation);
+    void leave(Leaving leaving, const std::function<void()>& navigation);
 
     /// True from the death of a process until its successor shows the page: the engine then forgets the address.
     [[nodiscard]] bool isRecovering() const { return isRecovering_; }
@@ -26,7 +26,7 @@ public:
 private:
     void loadChanged(WebKitLoadEvent event);
     void endLeaveAtRest();
-    void setPending(std::function<void()> navigation);
+    void endLeave();
     void responsivenessChanged();
     void endAndLeave();
     void processDied(WebKitWebProcessTerminationReason reason);

@@ -40,6 +40,9 @@ struct WebView::Engine {
     explicit Engine(WebView& view);
 
     void load(const URLRequest& request);
+    /// Each navigation has a deadline of its own, which ends with its first answer.
+    void navigate(Leaving leaving, const std::function<void()>& navigation,
+        std::chrono::milliseconds timeoutInterval = defaultTimeoutInterval);
     void addressChanged();
     void loadingChanged();
     void loadChanged(WebKitLoadEvent event);
@@ -88,12 +91,19 @@ WebView::Engine::Engine(WebView& view)
 
 void WebView::Engine::load(const URLRequest& request)
 {
-    deadline = desktop::callAfter(
-        static_cast<unsigned>(request.timeoutInterval.count()), [this] { webkit_web_view_stop_loading(page); });
-    recovery.leave([webView = page, text = request.url.absoluteString()] {
+    const auto loadRequest = [webView = page, text = request.url.absoluteString()] {
         const auto engineRequest = desktop::adopt(webkit_uri_request_new(text.c_str()));
         webkit_web_view_load_request(webView, engineRequest.get());
-    });
+    };
+    navigate(Leaving::Away, loadRequest, request.timeoutInterval);
+}
+
+void WebView::Engine::navigate(
+    Leaving leaving, const std::function<void()>& navigation, std::chrono::milliseconds timeoutInterval)
+{
+    deadline = desktop::callAfter(
+        static_cast<unsigned>(timeoutInterval.count()), [this] { webkit_web_view_stop_loading(page); });
+    recovery.leave(leaving, navigation);
 }
 
 void WebView::Engine::addressChanged()
@@ -190,18 +200,18 @@ void WebView::load(const URLRequest& request)
 void WebView::goBack()
 {
     if (canGoBack())
-        engine_->recovery.leave([page = engine_->page] { webkit_web_view_go_back(page); });
+        engine_->navigate(Leaving::AlongHistory, [page = engine_->page] { webkit_web_view_go_back(page); });
 }
 
 void WebView::goForward()
 {
     if (canGoForward())
-        engine_->recovery.leave([page = engine_->page] { webkit_web_view_go_forward(page); });
+        engine_->navigate(Leaving::AlongHistory, [page = engine_->page] { webkit_web_view_go_forward(page); });
 }
 
 void WebView::reload()
 {
-    engine_->recovery.leave([page = engine_->page] { webkit_web_view_reload(page); });
+    engine_->navigate(Leaving::Away, [page = engine_->page] { webkit_web_view_reload(page); });
 }
 
 void WebView::stopLoading()
