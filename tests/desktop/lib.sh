@@ -225,15 +225,20 @@ remember_empty_panel() {
     picture_of_panel "$PERCHLY_DESKTOP/panel-empty.png"
 }
 
-# Sets ICON_X and ICON_Y to the middle of what is new in the panel; fails when nothing is.
+# Sets ICON_X and ICON_Y to the middle of what is new in the panel; fails when nothing is, or when it has moved since
+# the last look: the panel finds an icon's place in several steps.
+icon_box=
 find_icon() {
-    local box width height panel icon_left icon_top
+    local box width height panel icon_left icon_top before=$icon_box
+    icon_box=
     picture_of_panel "$PERCHLY_DESKTOP/panel-now.png"
     # Nothing new trims to a place of -1.
     box=$(convert "$PERCHLY_DESKTOP/panel-empty.png" "$PERCHLY_DESKTOP/panel-now.png" -compose difference -composite \
         -colorspace gray -threshold 10% -trim -format '%w %h %X %Y' info: 2>/dev/null) || return 1
     read -r width height icon_left icon_top <<<"$box"
     ((icon_left >= 0)) || return 1
+    icon_box=$box
+    [[ $box == "$before" ]] || return 1
     panel=$(panel_rectangle)
     panel=${panel#*+}
     ICON_X=$((${panel%+*} + ${icon_left#+} + width / 2))
