@@ -94,6 +94,16 @@ std::vector<std::string> FakeHost::traffic() const
     return traffic_;
 }
 
+void FakeHost::settle() const
+{
+    // The program answers on its main loop, in the order of the messages; then once more, for what that set going.
+    const testbus::Call properties { target_.service, target_.path, "org.freedesktop.DBus.Properties" };
+    for (auto round = 0; round < 2; ++round) {
+        (void)testbus::call(connection_, properties, "Get", g_variant_new("(ss)", menuInterfaceName, "Version"));
+        testbus::settle(connection_);
+    }
+}
+
 desktop::VariantPointer FakeHost::call(const char* method, GVariant* parameters) const
 {
     return testbus::call(connection_, target_, method, parameters);
@@ -139,7 +149,7 @@ void GtkHost::openMenu()
     g_dbus_connection_call(connection_.get(), target_.service.c_str(), target_.path.c_str(), menuInterfaceName,
         "AboutToShowGroup", g_variant_new("(@ai)", toVariant({ 0 })), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr,
         nullptr, nullptr);
-    testbus::settle(connection_);
+    settle();
 }
 
 void GtkHost::layoutUpdated()
@@ -171,7 +181,7 @@ void PlasmaHost::openMenu()
         fetchLayout(1, {});
     for (auto late = std::exchange(heldBack_, 0); late > early; --late)
         layoutUpdated();
-    testbus::settle(connection_);
+    settle();
 }
 
 void PlasmaHost::layoutUpdated()
@@ -202,7 +212,7 @@ void GnomeHost::openMenu()
     g_variant_get(reply.get(), "(b)", &needsUpdate);
     if (needsUpdate || isStale_)
         fetch();
-    testbus::settle(connection_);
+    settle();
 }
 
 void GnomeHost::layoutUpdated()

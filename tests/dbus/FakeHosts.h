@@ -30,7 +30,9 @@ public:
     [[nodiscard]] std::vector<std::string> traffic() const;
 
     desktop::VariantPointer call(const char* method, GVariant* parameters) const;
-    [[nodiscard]] const testbus::Connection& connection() const { return connection_; }
+
+    /// Waits until the program has handled what this host sent, and the host what the program sent until then.
+    void settle() const;
 
 protected:
     /// GetLayout, the labels taken from what the reply carries.

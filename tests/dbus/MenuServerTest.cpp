@@ -84,7 +84,7 @@ TYPED_TEST(EveryHostTest, ShowsAChangeThatWasPushedBeforeTheMenuOpens)
     TypeParam host(this->service(), this->path);
     this->rows_ = { row("Quit") };
     server->rowsChanged();
-    testbus::settle(host.connection());
+    host.settle();
 
     host.openMenu();
 
@@ -99,7 +99,7 @@ TYPED_TEST(EveryHostTest, MissesNoChangeAfterOneThatWasFoundOnOpening)
     host.openMenu();
     this->rows_ = { row("Two") };
     server->rowsChanged();
-    testbus::settle(host.connection());
+    host.settle();
 
     host.openMenu();
 
@@ -126,7 +126,7 @@ TYPED_TEST(EveryHostTest, MayChooseFromTheMenuThatHasJustChanged)
     const auto stale = host.idOf("Open");
     this->rows_ = { this->acting("Quit") };
     server->rowsChanged();
-    testbus::settle(host.connection());
+    host.settle();
 
     host.call("Event", g_variant_new("(isvu)", stale, "clicked", g_variant_new_int32(0), 0U));
 
@@ -154,7 +154,7 @@ TEST_F(MenuServerTest, ManyChangesInOneTurnMakeOneSignal)
         server->rowsChanged();
     }
 
-    testbus::settle(host.connection());
+    host.settle();
 
     EXPECT_THAT(host.traffic(), ElementsAre("LayoutUpdated"));
     EXPECT_THAT(host.labels(), ElementsAre("Three"));
@@ -167,7 +167,7 @@ TEST_F(MenuServerTest, AChangeOfPropertiesAloneIsToldWithoutANewLayout)
     rows_.front().enabled = false;
 
     server->rowsChanged();
-    testbus::settle(host.connection());
+    host.settle();
 
     EXPECT_THAT(host.traffic(), ElementsAre("ItemsPropertiesUpdated"));
     EXPECT_EQ(print(host.call("GetProperty", g_variant_new("(is)", host.idOf("Open"), "enabled"))), "(<false>,)");
