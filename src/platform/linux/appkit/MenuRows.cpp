@@ -13,16 +13,6 @@ desktop::MenuRow separator()
     return row;
 }
 
-desktop::MenuRow openRow(const desktop::MenuRow& parent)
-{
-    desktop::MenuRow row;
-    row.key = "open";
-    row.label = "Open";
-    row.enabled = parent.enabled;
-    row.activate = parent.activate;
-    return row;
-}
-
 desktop::MenuRow menuRow(const std::shared_ptr<MenuItem>& item)
 {
     if (item->isSeparator())
@@ -40,8 +30,11 @@ desktop::MenuRow menuRow(const std::shared_ptr<MenuItem>& item)
         return row;
     row.opensSubmenu = true;
     row.children = menuRows(*item->submenu());
-    if (item->action())
-        row.children.insert(row.children.begin(), openRow(row));
+    if (!item->action())
+        return row;
+    auto open = openRow(row.activate);
+    open.enabled = row.enabled;
+    row.children.insert(row.children.begin(), std::move(open));
     return row;
 }
 
@@ -53,6 +46,15 @@ std::vector<desktop::MenuRow> menuRows(const Menu& menu)
     for (const auto& item : menu.items())
         rows.push_back(menuRow(item));
     return rows;
+}
+
+desktop::MenuRow openRow(std::function<void()> activate)
+{
+    desktop::MenuRow row;
+    row.key = "open";
+    row.label = "Open";
+    row.activate = std::move(activate);
+    return row;
 }
 
 } // namespace appkit

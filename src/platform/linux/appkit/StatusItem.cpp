@@ -138,14 +138,10 @@ std::vector<desktop::MenuRow> StatusItem::Native::rows() const
 {
     if (menu && !menu->items().empty())
         return menuRows(*menu);
-    desktop::MenuRow open;
-    open.key = "open";
-    open.label = "Open";
-    open.activate = [weak = std::weak_ptr(button)] {
+    return { openRow([weak = std::weak_ptr(button)] {
         if (auto clickable = weak.lock())
             clickable->performClick();
-    };
-    return { std::move(open) };
+    }) };
 }
 
 void StatusItem::Native::appearanceChanged()

@@ -1,8 +1,8 @@
 #include "platform/linux/statusarea/Picture.h"
 
 #include "platform/foundation/Log.h"
+#include "platform/linux/foundation/ProgramFolder.h"
 
-#include <filesystem>
 #include <map>
 #include <optional>
 
@@ -11,16 +11,11 @@ namespace {
 
 constexpr unsigned drawingTimeoutMilliseconds = 5000;
 
-/// Beside the program in the build folder, in a neighbour folder of an installation.
 std::optional<std::string> findDrawingProgram()
 {
-    std::error_code error;
-    const auto folder = std::filesystem::read_symlink("/proc/self/exe", error).parent_path();
-    for (const auto& base : { folder, folder.parent_path() }) {
-        auto program = base / "libexec" / "perchly" / "perchly-draw";
-        if (std::filesystem::exists(program, error))
-            return program.string();
-    }
+    const auto program = foundation::findWithProgram("libexec/perchly/perchly-draw");
+    if (program)
+        return program->string();
     foundation::log("StatusBar - perchly-draw is missing; there will be no pictures");
     return std::nullopt;
 }
