@@ -24,7 +24,6 @@ public:
     /// Puts the view above those added before it.
     void addSubview(std::shared_ptr<View> subview);
     [[nodiscard]] const std::vector<std::shared_ptr<View>>& subviews() const { return subviews_; }
-    [[nodiscard]] View* superview() const { return superview_; }
 
     /// In the superview's coordinates.
     [[nodiscard]] foundation::Rect frame() const;

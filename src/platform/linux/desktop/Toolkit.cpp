@@ -8,6 +8,7 @@
 #include <gtk/gtk.h>
 
 #include <filesystem>
+#include <string_view>
 
 namespace desktop {
 namespace {
@@ -17,10 +18,11 @@ void chooseBackends()
     // Only on X11 may a program place its windows and keep them above others; also through XWayland.
     gdk_set_allowed_backends("x11,wayland,*");
     // Without a GPU the plain renderer saves a software GL stack in each process, provided that neither the display nor
-    // the engine loads it to see what it can do.
-    if (hasRenderNode())
+    // the engine loads it to see what it can do. A renderer of the user's own choice may need just that.
+    const auto* chosen = g_getenv("GSK_RENDERER");
+    if (hasRenderNode() || (chosen && std::string_view(chosen) != "cairo"))
         return;
-    g_setenv("GSK_RENDERER", "cairo", FALSE);
+    g_setenv("GSK_RENDERER", "cairo", TRUE);
     g_setenv("GDK_DEBUG", "gl-disable", FALSE);
     g_setenv("WEBKIT_DISABLE_COMPOSITING_MODE", "1", FALSE);
 }
