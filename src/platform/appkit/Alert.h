@@ -1,9 +1,12 @@
 #pragma once
 
+#include <memory>
 #include <string>
 #include <vector>
 
 namespace appkit {
+
+class View;
 
 enum class AlertStyle { Warning, Informational, Critical };
 
@@ -14,6 +17,8 @@ public:
     std::string informativeText;
     AlertStyle style = AlertStyle::Warning;
     std::vector<std::string> buttonTitles;
+    /// Shown between the texts and the buttons, at its own size.
+    std::shared_ptr<View> accessoryView;
 
     /// Shows the alert before all windows of the application and returns, when it was answered, the index of the
     /// button: Return is the first one's key, Escape the last one's. Other events are handled meanwhile.

@@ -1,6 +1,9 @@
 #pragma once
 
+#include "platform/appkit/Event.h"
+
 #include <memory>
+#include <optional>
 
 namespace appkit {
 
@@ -34,6 +37,9 @@ public:
     /// Its key equivalents work in every window of the application, also where the menu itself is not shown.
     void setMainMenu(std::shared_ptr<Menu> menu);
     [[nodiscard]] const std::shared_ptr<Menu>& mainMenu() const;
+
+    /// The event whose handling is under way; none between events.
+    [[nodiscard]] std::optional<Event> currentEvent() const;
 
     /// Makes the application the active one, even over another that the user works with.
     void activateIgnoringOtherApps();

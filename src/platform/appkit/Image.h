@@ -1,12 +1,21 @@
 #pragma once
 
+#include "platform/appkit/Font.h"
+#include "platform/foundation/Geometry.h"
+
 #include <memory>
 #include <string>
 #include <string_view>
 
 namespace appkit {
 
-/// A picture from the application's resources or from the system's symbols.
+/// How large and how bold a symbol is drawn, as if it were a letter of that font.
+struct SymbolConfiguration {
+    double pointSize;
+    FontWeight weight;
+};
+
+/// A picture from the application's resources, from the system's symbols or from elsewhere.
 class Image {
 public:
     /// The asset of that name, or null.
@@ -15,6 +24,12 @@ public:
     /// The system symbol of that name, or null. Symbols are template images.
     [[nodiscard]] static std::shared_ptr<Image> systemSymbol(
         std::string_view name, std::string_view accessibilityDescription = {});
+
+    /// The picture in the bytes of a file (PNG, JPEG, GIF, ICO, WebP, SVG, ...), or null. Any thread; may take a while.
+    [[nodiscard]] static std::shared_ptr<Image> withData(std::string_view data);
+
+    /// The symbol again, as the configuration says.
+    [[nodiscard]] std::shared_ptr<Image> withSymbolConfiguration(const SymbolConfiguration& configuration) const;
 
     ~Image();
     Image(const Image&) = delete;
@@ -27,6 +42,10 @@ public:
     [[nodiscard]] bool isTemplate() const { return isTemplate_; }
     void setTemplate(bool isTemplate);
 
+    /// What the image is drawn at, in points; zero until it is known.
+    void setSize(foundation::Size size);
+    [[nodiscard]] foundation::Size size() const { return size_; }
+
     struct Native;
     [[nodiscard]] const Native& native() const { return *native_; }
 
@@ -36,6 +55,7 @@ private:
     std::string name_;
     std::string accessibilityDescription_;
     bool isTemplate_ = false;
+    foundation::Size size_;
     std::unique_ptr<Native> native_;
 };
 

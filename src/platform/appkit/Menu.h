@@ -4,6 +4,7 @@
 
 #include <any>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -48,6 +49,11 @@ public:
     void setImage(std::shared_ptr<Image> image) { image_ = std::move(image); }
     [[nodiscard]] const std::shared_ptr<Image>& image() const { return image_; }
 
+    /// Makes the row one that has a checkmark or could have one.
+    void setOn(bool isOn) { isOn_ = isOn; }
+    [[nodiscard]] bool isOn() const { return isOn_.value_or(false); }
+    [[nodiscard]] bool isToggle() const { return isOn_.has_value(); }
+
     /// Tells the row from others of the same title, also when the menu is built anew. Never shown.
     void setIdentifier(std::string identifier) { identifier_ = std::move(identifier); }
     [[nodiscard]] const std::string& identifier() const { return identifier_; }
@@ -68,6 +74,7 @@ private:
     std::string keyEquivalent_;
     bool isSeparator_ = false;
     bool isEnabled_ = true;
+    std::optional<bool> isOn_;
     std::shared_ptr<Menu> submenu_;
     std::shared_ptr<Image> image_;
     std::any representedObject_;

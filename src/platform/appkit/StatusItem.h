@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
 
 namespace appkit {
 
@@ -13,6 +14,10 @@ public:
     ~StatusItem();
     StatusItem(const StatusItem&) = delete;
     StatusItem& operator=(const StatusItem&) = delete;
+
+    /// The name by which the status bar knows the item again at the next start: where it stands, whether it is hidden.
+    /// To be set before the main loop's next turn.
+    void setAutosaveName(std::string_view name);
 
     /// Null where the system gave the item no button.
     [[nodiscard]] std::shared_ptr<StatusBarButton> button() const;

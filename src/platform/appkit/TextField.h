@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/appkit/Action.h"
+#include "platform/appkit/Font.h"
 #include "platform/appkit/View.h"
 
 #include <memory>
@@ -25,8 +26,16 @@ class TextField : public View {
 public:
     TextField();
 
+    /// A text that the user can neither edit nor select.
+    [[nodiscard]] static std::shared_ptr<TextField> label(std::string_view text);
+
+    void setFont(const Font& font);
+
     void setStringValue(std::string_view text);
     [[nodiscard]] std::string stringValue() const;
+
+    /// Gives the field the keyboard, with all of its text selected.
+    void selectText();
 
     void setPlaceholderString(std::string_view text);
     [[nodiscard]] std::string placeholderString() const;
@@ -46,6 +55,8 @@ public:
     bool doCommandBySelector(std::string_view selector);
 
 private:
+    explicit TextField(std::unique_ptr<Native> native);
+
     Action action_;
     std::weak_ptr<TextFieldDelegate> delegate_;
     bool sendsActionOnEndEditing_ = true;

@@ -11,7 +11,13 @@
 
 namespace appkit {
 
+class Cursor;
 class Window;
+struct Event;
+struct KeyEquivalent;
+
+enum class LayoutDirection { LeftToRight, RightToLeft };
+enum class AccessibilityRole { Group, Splitter };
 
 /// A rectangle on the screen with views inside. Keeps its subviews alive. Main thread.
 class View : public Sender, public std::enable_shared_from_this<View> {
@@ -27,6 +33,9 @@ public:
 
     /// In the superview's coordinates.
     [[nodiscard]] foundation::Rect frame() const;
+    /// The frame in the view's own coordinates.
+    [[nodiscard]] foundation::Rect bounds() const { return { {}, frame().size }; }
+    /// Holds until the layout next places the view.
     void setFrameSize(foundation::Size size);
 
     /// Off: constraints alone place the view.
@@ -37,6 +46,24 @@ public:
 
     void setToolTip(std::string_view text);
     [[nodiscard]] const std::string& toolTip() const { return toolTip_; }
+
+    /// What a screen reader says of the view.
+    void setAccessibilityLabel(std::string_view label);
+    void setAccessibilityRole(AccessibilityRole role);
+
+    /// The key sends the action from anywhere in the view's window, unless what has the keyboard takes it first.
+    void addKeyEquivalent(const KeyEquivalent& key, Action action);
+
+    /// The mouse's and the cursor's operations come to views that were made to handle the mouse, and do nothing
+    /// unless overridden. A mouse-down that comes here goes no further.
+    virtual void mouseDown(const Event& event);
+    virtual void mouseDragged(const Event& event);
+    /// The moment to add the view's cursor rectangles.
+    virtual void resetCursorRects();
+    /// The cursor shown over the rectangle, in the view's own coordinates. Only while resetting.
+    void addCursorRect(foundation::Rect rect, const Cursor& cursor);
+
+    [[nodiscard]] LayoutDirection userInterfaceLayoutDirection() const;
 
     /// The window that shows the view, or null.
     [[nodiscard]] std::shared_ptr<Window> window() const;
@@ -55,10 +82,13 @@ public:
 protected:
     explicit View(std::unique_ptr<Native> native);
 
+    /// A view of zero size whose mouse operations are called.
+    struct HandlesMouse { };
+    explicit View(HandlesMouse);
+
 private:
     std::unique_ptr<Native> native_;
     std::vector<std::shared_ptr<View>> subviews_;
-    View* superview_ = nullptr;
     std::string toolTip_;
 };
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 
 namespace foundation {
 namespace {
@@ -49,6 +50,18 @@ std::string_view trimmed(std::string_view text)
          space = std::ranges::find_if(whiteSpaces, ends))
         text.remove_suffix(space->size());
     return text;
+}
+
+std::string shortest(double number)
+{
+    std::array<char, 32> digits {};
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    return { digits.data(), end };
+}
+
+std::string description(Size size)
+{
+    return "{" + shortest(size.width) + ", " + shortest(size.height) + "}";
 }
 
 } // namespace foundation

@@ -6,23 +6,31 @@ pkg_check_modules(ENGINE REQUIRED webkitgtk-6.0)
 include(LateBinding)
 
 target_link_libraries(perchly_foundation PUBLIC PkgConfig::GIO)
+target_sources(perchly_foundation PRIVATE linux/network/Messages.cpp linux/network/ProgramConnection.cpp)
 
 target_sources(perchly_platform PRIVATE
   linux/appkit/MenuKeys.cpp
   linux/appkit/MenuRows.cpp
+  linux/appkit/WindowKeys.cpp
   linux/desktop/AlertWindow.cpp
+  linux/desktop/AxisLayout.cpp
   linux/desktop/ConstraintView.cpp
+  linux/desktop/FirstResponder.cpp
+  linux/desktop/Monitors.cpp
   linux/desktop/Pointer.cpp
   linux/desktop/SymbolPaintable.cpp
   linux/desktop/Toolkit.cpp
-  linux/popover/FirstResponder.cpp
-  linux/popover/Monitors.cpp
+  linux/desktop/WindowContent.cpp
+  linux/desktop/WindowIcon.cpp
+  linux/desktop/X11Pointer.cpp
+  linux/desktop/X11Window.cpp
   linux/popover/PopoverBackground.cpp
   linux/popover/PopoverDismissal.cpp
   linux/popover/PopoverPlacement.cpp
   linux/popover/PopoverWindow.cpp
   linux/popover/PressWatch.cpp
-  linux/popover/X11Window.cpp
+  linux/statusarea/DecodedPicture.cpp
+  linux/statusarea/DrawingProgram.cpp
   linux/statusarea/ExportedObject.cpp
   linux/statusarea/MenuInterface.cpp
   linux/statusarea/MenuLabel.cpp
@@ -31,10 +39,12 @@ target_sources(perchly_platform PRIVATE
   linux/statusarea/Picture.cpp
   linux/statusarea/StatusNotifierItem.cpp
   linux/statusarea/StatusNotifierWatcher.cpp
+  linux/statusarea/SymbolicIcon.cpp
   linux/webkit/EngineWidget.cpp
   linux/webkit/MediaSilencer.cpp
   linux/webkit/PageDialogs.cpp
-  linux/webkit/PageRecovery.cpp)
+  linux/webkit/PageRecovery.cpp
+  linux/webkit/TabKey.cpp)
 target_include_directories(perchly_platform SYSTEM PRIVATE
   ${TOOLKIT_INCLUDE_DIRS} ${ENGINE_INCLUDE_DIRS})
 
@@ -44,10 +54,26 @@ add_late_binding(perchly_platform
   ENGINE webkitgtk-6.0 javascriptcoregtk-6.0)
 
 # Pictures of status items and menu rows are drawn by a program of their own, so that an idle process stays light.
-pkg_check_modules(PICTURES REQUIRED IMPORTED_TARGET librsvg-2.0 pangocairo)
-add_executable(perchly-draw linux/statusarea/PictureDrawer.cpp)
+pkg_check_modules(PICTURES REQUIRED IMPORTED_TARGET librsvg-2.0 pangocairo gdk-pixbuf-2.0 libwebp)
+add_executable(perchly-draw
+  linux/drawing/IconFile.cpp
+  linux/drawing/Outline.cpp
+  linux/drawing/Output.cpp
+  linux/drawing/Painter.cpp
+  linux/drawing/PictureDrawer.cpp
+  linux/drawing/PictureFile.cpp
+  linux/drawing/TextPainter.cpp)
+target_include_directories(perchly-draw PRIVATE ${PROJECT_SOURCE_DIR}/src)
 target_link_libraries(perchly-draw PRIVATE PkgConfig::PICTURES)
 set_target_properties(perchly-draw PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/libexec/perchly)
 install(TARGETS perchly-draw DESTINATION libexec/perchly)
+# What is downloaded comes through a program of its own, so that an idle process holds neither HTTP nor TLS.
+pkg_check_modules(FETCHING REQUIRED IMPORTED_TARGET libsoup-3.0)
+add_executable(perchly-fetch linux/network/Fetcher.cpp linux/network/Messages.cpp)
+target_include_directories(perchly-fetch PRIVATE ${PROJECT_SOURCE_DIR}/src)
+target_link_libraries(perchly-fetch PRIVATE PkgConfig::FETCHING PkgConfig::GIO)
+set_target_properties(perchly-fetch PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/libexec/perchly)
+install(TARGETS perchly-fetch DESTINATION libexec/perchly)
+add_dependencies(perchly_platform perchly-fetch)
 # Not linked, but nothing shows a picture without it.
 add_dependencies(perchly_platform perchly-draw)

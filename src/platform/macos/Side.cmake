@@ -5,6 +5,7 @@ target_sources(perchly_platform PRIVATE
   macos/appkit/ActionTarget.mm
   macos/appkit/HostedViewController.mm
   macos/appkit/MenuNative.mm
+  macos/appkit/PlainView.mm
   macos/webkit/WebViewDelegate.mm)
 
 target_link_libraries(perchly_foundation PUBLIC "-framework Foundation")

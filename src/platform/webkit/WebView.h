@@ -3,7 +3,7 @@
 #include "platform/appkit/View.h"
 #include "platform/foundation/NotificationCenter.h"
 #include "platform/foundation/URL.h"
-#include "platform/webkit/URLRequest.h"
+#include "platform/foundation/URLRequest.h"
 
 #include <functional>
 #include <memory>
@@ -12,6 +12,8 @@
 #include <string_view>
 
 namespace webkit {
+
+using foundation::URLRequest;
 
 class WebsiteDataStore;
 class WebView;

@@ -1,6 +1,7 @@
 #include "platform/appkit/Alert.h"
 
 #include "platform/linux/appkit/AlertNative.h"
+#include "platform/linux/appkit/ViewNative.h"
 #include "platform/linux/desktop/AlertWindow.h"
 #include "platform/linux/desktop/Toolkit.h"
 
@@ -45,12 +46,16 @@ std::size_t Alert::runModal()
     const auto titles = buttonTitles.empty() ? std::vector<std::string> { "OK" } : buttonTitles;
     Native native { g_main_loop_new(nullptr, FALSE), titles.size() - 1 };
     native_ = &native;
-    auto* window = desktop::makeAlertWindow({ messageText, informativeText, titles }, activeWindow(),
+    auto* accessory = accessoryView ? widgetOf(*accessoryView) : nullptr;
+    auto* window = desktop::makeAlertWindow({ messageText, informativeText, titles, accessory }, activeWindow(),
         [&native](std::size_t buttonIndex) { native.end(buttonIndex); });
     gtk_window_present(window);
     runningAlerts.push_back(this);
     g_main_loop_run(native.loop);
     runningAlerts.pop_back();
+    // Its owner may still want to read it.
+    if (accessory)
+        gtk_widget_unparent(accessory);
     gtk_window_destroy(window);
     g_main_loop_unref(native.loop);
     native_ = nullptr;

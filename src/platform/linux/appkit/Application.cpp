@@ -1,6 +1,7 @@
 #include "platform/appkit/Application.h"
 
 #include "platform/linux/appkit/AlertNative.h"
+#include "platform/linux/appkit/EventScope.h"
 #include "platform/linux/desktop/GObject.h"
 
 #include <array>
@@ -25,7 +26,23 @@ int refuseArguments(GVariantDict* given)
     return 1;
 }
 
+std::optional<Event>& eventUnderWay()
+{
+    static std::optional<Event> event;
+    return event;
+}
+
 } // namespace
+
+EventScope::EventScope(EventType type)
+    : before_(std::exchange(eventUnderWay(), Event { type }))
+{
+}
+
+EventScope::~EventScope()
+{
+    eventUnderWay() = before_;
+}
 
 struct Application::Native {
     std::weak_ptr<ApplicationDelegate> delegate;
@@ -103,6 +120,11 @@ void Application::setMainMenu(std::shared_ptr<Menu> menu)
 const std::shared_ptr<Menu>& Application::mainMenu() const
 {
     return native_->mainMenu;
+}
+
+std::optional<Event> Application::currentEvent() const
+{
+    return eventUnderWay();
 }
 
 void Application::activateIgnoringOtherApps()

@@ -11,6 +11,8 @@ GtkWidget* makeButton()
 {
     auto* button = gtk_button_new();
     gtk_widget_set_valign(button, GTK_ALIGN_CENTER);
+    // Who types and clicks goes on typing where he did.
+    gtk_widget_set_focus_on_click(button, FALSE);
     return button;
 }
 

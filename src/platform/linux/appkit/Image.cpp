@@ -1,9 +1,13 @@
 #include "platform/linux/appkit/ImageNative.h"
 
 #include "platform/foundation/Bundle.h"
+#include "platform/linux/statusarea/DecodedPicture.h"
+#include "platform/linux/statusarea/SymbolicIcon.h"
 
 #include <algorithm>
+#include <cmath>
 #include <fstream>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <sstream>
@@ -56,6 +60,12 @@ std::optional<std::string> drawingOfSymbol(std::string_view name)
     return alias->second;
 }
 
+const std::string& iconFolder()
+{
+    static const auto folder = bundle().pathForResource("icons").value_or("").string();
+    return folder;
+}
+
 constexpr std::string_view assetIconName = "org.perchly.Perchly-symbolic";
 
 } // namespace
@@ -76,8 +86,10 @@ std::shared_ptr<Image> Image::imageNamed(std::string_view name)
         return nullptr;
     auto native = std::make_unique<Native>();
     native->path = *path;
-    if (name == "AppStatusBarIcon")
+    if (name == "AppStatusBarIcon") {
         native->iconName = assetIconName;
+        native->iconFolder = iconFolder();
+    }
     return std::shared_ptr<Image>(new Image(name, {}, std::move(native)));
 }
 
@@ -89,6 +101,7 @@ std::shared_ptr<Image> Image::systemSymbol(std::string_view name, std::string_vi
     auto native = std::make_unique<Native>();
     native->path = fileOfDrawing(*drawing).value();
     native->iconName = "perchly-" + *drawing + "-symbolic";
+    native->iconFolder = iconFolder();
     auto image = std::shared_ptr<Image>(new Image(name, accessibilityDescription, std::move(native)));
     image->setTemplate(true);
     return image;
@@ -99,17 +112,106 @@ void Image::setTemplate(bool isTemplate)
     isTemplate_ = isTemplate;
 }
 
+void Image::setSize(foundation::Size size)
+{
+    size_ = size;
+}
+
+std::shared_ptr<Image> Image::withData(std::string_view data)
+{
+    auto picture = desktop::decodePicture(data);
+    if (!picture)
+        return nullptr;
+    auto native = std::make_unique<Native>();
+    native->data = std::move(picture->png);
+    const auto iconName = desktop::madeIconName(picture->outline);
+    if (desktop::keepMadeIcon(iconName, picture->outline)) {
+        native->iconName = iconName;
+        native->iconFolder = desktop::madeIconsFolder().value();
+    }
+    return std::shared_ptr<Image>(new Image({}, {}, std::move(native)));
+}
+
+std::shared_ptr<Image> Image::withSymbolConfiguration(const SymbolConfiguration& configuration) const
+{
+    auto native = std::make_unique<Native>(*native_);
+    native->configuration = configuration;
+    auto image = std::shared_ptr<Image>(new Image(name_, accessibilityDescription_, std::move(native)));
+    image->setTemplate(isTemplate_);
+    return image;
+}
+
+namespace {
+
+/// What part of a status item's height points take: the bar of the points' home is 22 of them high, and a symbol is a
+/// little larger than the letters of its size.
+int percentOf(double points)
+{
+    constexpr auto fullHeight = 19.0;
+    return std::clamp(static_cast<int>(std::lround(points * 100 / fullHeight)), 1, 100);
+}
+
+int percentOf(const Image& image)
+{
+    if (const auto& configuration = image.native().configuration)
+        return percentOf(configuration->pointSize);
+    return image.size().height > 0 ? percentOf(image.size().height) : 100;
+}
+
+int weightOf(const Font& font)
+{
+    switch (font.weight) {
+    case FontWeight::Regular:
+        return 400;
+    case FontWeight::Medium:
+        return 500;
+    case FontWeight::Bold:
+        break;
+    }
+    return 700;
+}
+
+/// The image's icon with room around it.
+ThemedIcon madeIcon(const Image::Native& native, int percent)
+{
+    constexpr std::string_view ending = "-symbolic";
+    std::ifstream file(native.iconFolder / (native.iconName + ".svg"));
+    const std::string whole { std::istreambuf_iterator<char>(file), {} };
+    const auto drawing = desktop::withRoom(whole, percent);
+    auto name = native.iconName.substr(0, native.iconName.size() - ending.size()) + "-" + std::to_string(percent);
+    name += ending;
+    if (!drawing || !desktop::keepMadeIcon(name, *drawing))
+        return {};
+    return { std::move(name), desktop::madeIconsFolder()->string() };
+}
+
+} // namespace
+
 std::shared_ptr<desktop::Picture> pictureOf(const Image& image)
 {
     using Subject = desktop::Picture::Subject;
-    return desktop::Picture::of(
-        { Subject::Kind::File, image.native().path.string(), image.isTemplate() ? desktop::templateColour : "" });
+    const std::string colour = image.isTemplate() ? desktop::templateColour : "";
+    if (!image.native().data.empty())
+        return desktop::Picture::of({ Subject::Kind::Data, image.native().data, colour, percentOf(image) });
+    return desktop::Picture::of({ Subject::Kind::File, image.native().path.string(), colour, percentOf(image) });
 }
 
-const std::string& iconFolder()
+std::shared_ptr<desktop::Picture> pictureOf(const std::string& text, const Font& font)
 {
-    static const auto folder = bundle().pathForResource("icons").value_or("").string();
-    return folder;
+    using Subject = desktop::Picture::Subject;
+    return desktop::Picture::of(
+        { Subject::Kind::Text, text, desktop::templateColour, percentOf(font.pointSize), weightOf(font) });
+}
+
+ThemedIcon themedIconOf(const Image& image)
+{
+    const auto& native = image.native();
+    if (!image.isTemplate() || native.iconName.empty() || native.iconFolder.empty())
+        return {};
+    const auto percent = percentOf(image);
+    if (percent == 100)
+        return { native.iconName, native.iconFolder.string() };
+    return madeIcon(native, percent);
 }
 
 } // namespace appkit

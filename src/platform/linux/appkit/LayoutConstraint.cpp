@@ -7,48 +7,63 @@
 namespace appkit {
 namespace {
 
-GtkConstraintAttribute toGtk(LayoutAttribute attribute)
+using desktop::AxisLayout;
+
+struct AxisAttribute {
+    GtkOrientation axis;
+    AxisLayout::Attribute attribute;
+};
+
+AxisAttribute alongAxis(LayoutAttribute attribute)
 {
     switch (attribute) {
     case LayoutAttribute::Leading:
-        return GTK_CONSTRAINT_ATTRIBUTE_START;
+        return { GTK_ORIENTATION_HORIZONTAL, AxisLayout::Attribute::Start };
     case LayoutAttribute::Trailing:
-        return GTK_CONSTRAINT_ATTRIBUTE_END;
-    case LayoutAttribute::Top:
-        return GTK_CONSTRAINT_ATTRIBUTE_TOP;
-    case LayoutAttribute::Bottom:
-        return GTK_CONSTRAINT_ATTRIBUTE_BOTTOM;
-    case LayoutAttribute::CenterY:
-        return GTK_CONSTRAINT_ATTRIBUTE_CENTER_Y;
+        return { GTK_ORIENTATION_HORIZONTAL, AxisLayout::Attribute::End };
     case LayoutAttribute::Width:
-        return GTK_CONSTRAINT_ATTRIBUTE_WIDTH;
+        return { GTK_ORIENTATION_HORIZONTAL, AxisLayout::Attribute::Length };
+    case LayoutAttribute::Top:
+        return { GTK_ORIENTATION_VERTICAL, AxisLayout::Attribute::Start };
+    case LayoutAttribute::Bottom:
+        return { GTK_ORIENTATION_VERTICAL, AxisLayout::Attribute::End };
+    case LayoutAttribute::CenterY:
+        return { GTK_ORIENTATION_VERTICAL, AxisLayout::Attribute::Center };
     case LayoutAttribute::Height:
-        return GTK_CONSTRAINT_ATTRIBUTE_HEIGHT;
+        return { GTK_ORIENTATION_VERTICAL, AxisLayout::Attribute::Length };
     }
     foundation::fatalError("No such layout attribute");
 }
 
-/// A widget's own layout is called null by the constraints inside it.
-GtkConstraintTarget* targetIn(GtkWidget* container, GtkWidget* widget)
+bool isLength(LayoutAttribute attribute)
 {
-    return widget == container ? nullptr : GTK_CONSTRAINT_TARGET(widget);
+    return attribute == LayoutAttribute::Width || attribute == LayoutAttribute::Height;
+}
+
+/// In a stack, which lays its views out by what they ask for.
+void requestLength(GtkWidget* widget, LayoutAttribute attribute, double length)
+{
+    auto width = 0;
+    auto height = 0;
+    gtk_widget_get_size_request(widget, &width, &height);
+    (attribute == LayoutAttribute::Width ? width : height) = static_cast<int>(length);
+    gtk_widget_set_size_request(widget, width, height);
 }
 
 void activate(const LayoutConstraint& constraint)
 {
     auto* first = widgetOf(constraint.first.view);
     auto* container = gtk_widget_get_parent(first);
-    auto* layout = container ? desktop::constraintLayoutOf(container) : nullptr;
-    if (!layout)
+    if (container && !constraint.secondView && isLength(constraint.first.attribute)
+        && !desktop::isConstraintView(container))
+        return requestLength(first, constraint.first.attribute, constraint.constant);
+    if (!container || !desktop::isConstraintView(container))
         foundation::fatalError("A constraint needs its view in a superview first");
-    const auto attribute = toGtk(constraint.first.attribute);
-    auto* made = constraint.secondView
-        ? gtk_constraint_new(targetIn(container, first), attribute, GTK_CONSTRAINT_RELATION_EQ,
-            targetIn(container, widgetOf(*constraint.secondView)), toGtk(constraint.secondAttribute), 1,
-            constraint.constant, GTK_CONSTRAINT_STRENGTH_REQUIRED)
-        : gtk_constraint_new_constant(targetIn(container, first), attribute, GTK_CONSTRAINT_RELATION_EQ,
-            constraint.constant, GTK_CONSTRAINT_STRENGTH_REQUIRED);
-    gtk_constraint_layout_add_constraint(layout, made);
+    const auto [axis, attribute] = alongAxis(constraint.first.attribute);
+    std::optional<desktop::WidgetAnchor> second;
+    if (constraint.secondView)
+        second = { widgetOf(*constraint.secondView), alongAxis(constraint.secondAttribute).attribute };
+    desktop::addConstraint(container, axis, { first, attribute }, second, constraint.constant);
 }
 
 } // namespace

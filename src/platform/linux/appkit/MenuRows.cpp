@@ -4,24 +4,26 @@
 #include "platform/linux/statusarea/MenuLabel.h"
 
 namespace appkit {
-namespace {
-
-desktop::MenuRow separator()
+desktop::MenuRow separatorRow()
 {
     desktop::MenuRow row;
     row.kind = desktop::MenuRow::Kind::Separator;
     return row;
 }
 
+namespace {
+
 desktop::MenuRow menuRow(const std::shared_ptr<MenuItem>& item)
 {
     if (item->isSeparator())
-        return separator();
+        return separatorRow();
     desktop::MenuRow row;
     row.key = item->action().name() + '\n' + (item->identifier().empty() ? item->title() : item->identifier());
     row.label = desktop::menuLabel(item->title());
     row.enabled = item->isEnabled();
     row.shortcut = item->keyEquivalent();
+    row.toggle = item->isToggle() ? desktop::MenuRow::Toggle::Checkmark : desktop::MenuRow::Toggle::None;
+    row.isOn = item->isOn();
     if (item->image())
         row.icon = pictureOf(*item->image());
     if (item->action())

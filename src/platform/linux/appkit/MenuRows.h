@@ -14,6 +14,8 @@ namespace appkit {
 /// therefore begins with a row "Open" that does what the row itself does.
 [[nodiscard]] std::vector<desktop::MenuRow> menuRows(const Menu& menu);
 
+[[nodiscard]] desktop::MenuRow separatorRow();
+
 /// The row that stands for a click which the desktop does not send.
 [[nodiscard]] desktop::MenuRow openRow(std::function<void()> activate);
 

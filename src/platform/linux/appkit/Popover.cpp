@@ -15,6 +15,7 @@ struct Popover::Native {
     foundation::Size contentSize;
     std::weak_ptr<PopoverDelegate> delegate;
     std::optional<desktop::PopoverWindow> window;
+    std::shared_ptr<Window> wrapper;
     /// Only compared, never followed.
     const StatusBarButton* lastAnchor = nullptr;
 
@@ -24,7 +25,7 @@ struct Popover::Native {
             return *window;
         desktop::loadToolkit();
         window.emplace([this] { close(); });
-        attachWindow(window->window());
+        wrapper = wrapWindow(window->window(), "PopoverWindow");
         window->setTransient(behavior == PopoverBehavior::Transient);
         window->setAnimates(animates);
         window->setContentSize(desktop::wholePixels(contentSize.width), desktop::wholePixels(contentSize.height));
@@ -91,10 +92,14 @@ foundation::Size Popover::contentSize() const
 
 void Popover::show(foundation::Rect /*rect*/, StatusBarButton& anchor, RectEdge /*preferredEdge*/)
 {
-    // The user clicked the item to close the popover, which the loss of the keyboard had done already.
+    // The user clicked the item to close the popover, which the loss of the keyboard may have done already.
     const auto isSameItem = std::exchange(native_->lastAnchor, &anchor) == &anchor;
-    if (isSameItem && anchor.native().isBeingClicked && native_->window && native_->window->wasClosedByClick())
-        return;
+    if (isSameItem && anchor.native().isBeingClicked) {
+        if (isShown())
+            return native_->close();
+        if (native_->window && native_->window->wasClosedByClick())
+            return;
+    }
     // Status areas do not tell where an icon is; a click in it and the panel's edge stand for its rectangle and edge.
     std::optional<desktop::PixelPoint> point;
     if (const auto& click = anchor.native().lastClick)

@@ -21,4 +21,10 @@ std::shared_ptr<StatusItem> StatusBar::statusItem()
     return std::shared_ptr<StatusItem>(new StatusItem(std::make_unique<StatusItem::Native>(std::move(id))));
 }
 
+void StatusBar::removeStatusItem(StatusItem& item)
+{
+    foundation::assertMainThread();
+    item.native_->remove();
+}
+
 } // namespace appkit

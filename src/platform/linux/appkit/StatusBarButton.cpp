@@ -14,15 +14,43 @@ StatusBarButton::~StatusBarButton() = default;
 void StatusBarButton::setImage(std::shared_ptr<Image> image)
 {
     image_ = std::move(image);
-    if (native_->changed)
-        native_->changed();
+    native_->tellOfChange();
 }
 
 void StatusBarButton::setTitle(std::string_view title)
 {
     title_ = title;
-    if (native_->changed)
-        native_->changed();
+    native_->tellOfChange();
+}
+
+void StatusBarButton::setImagePosition(ImagePosition position)
+{
+    imagePosition_ = position;
+    native_->tellOfChange();
+}
+
+void StatusBarButton::setFont(const Font& font)
+{
+    font_ = font;
+    native_->tellOfChange();
+}
+
+void StatusBarButton::setToolTip(std::string_view text)
+{
+    toolTip_ = text;
+    native_->tellOfChange();
+}
+
+void StatusBarButton::setTag(std::size_t tag)
+{
+    tag_ = tag;
+    native_->tellOfChange();
+}
+
+void StatusBarButton::sendActionOn(EventMask mask)
+{
+    actionMask_ = mask;
+    native_->tellOfChange();
 }
 
 /// The side of an icon in common status areas: they tell nobody where they put it.

@@ -1,7 +1,9 @@
 #include "platform/linux/appkit/StatusItemNative.h"
 
+#include "platform/appkit/Event.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/Log.h"
+#include "platform/linux/appkit/EventScope.h"
 #include "platform/linux/appkit/ImageNative.h"
 #include "platform/linux/appkit/MenuRows.h"
 #include "platform/linux/appkit/StatusBarButtonNative.h"
@@ -24,6 +26,33 @@ bool needsActivate()
 {
     const auto desktops = desktop::environment("XDG_CURRENT_DESKTOP");
     return desktop::namesDesktop(desktops, "LXQt") || desktop::namesDesktop(desktops, "MATE");
+}
+
+/// Shows an item's menu at a single click, whichever button was used.
+bool opensMenusOnly()
+{
+    return desktop::namesDesktop(desktop::environment("XDG_CURRENT_DESKTOP"), "GNOME");
+}
+
+/// How long an item keeps its former picture when it turns blank.
+constexpr unsigned blankPatience = 2000;
+
+void performLeftClick(StatusBarButton& button)
+{
+    const EventScope event(EventType::LeftMouseUp);
+    button.performClick();
+}
+
+/// Picture and label.
+desktop::StatusNotifierItem::Appearance lookOf(const StatusBarButton& button)
+{
+    const auto& image = button.image();
+    if (!image && button.title().empty())
+        return {};
+    if (!image)
+        return { {}, {}, {}, pictureOf(button.title(), button.font()), {} };
+    auto icon = themedIconOf(*image);
+    return { std::move(icon.name), std::move(icon.folder), {}, pictureOf(*image), {} };
 }
 
 void logOnce(const std::string& line)
@@ -65,7 +94,7 @@ StatusItem::Native::~Native()
 
 void StatusItem::Native::connect()
 {
-    const auto address = sessionBusAddress();
+    const auto address = isRemoved_ ? nullptr : sessionBusAddress();
     if (!address)
         return;
     connecting_ = desktop::adopt(g_cancellable_new());
@@ -98,15 +127,25 @@ void StatusItem::Native::disconnect()
     connection_.reset();
 }
 
+void StatusItem::Native::remove()
+{
+    isRemoved_ = true;
+    pendingUpdate_.reset();
+    pendingBlank_.reset();
+    disconnect();
+}
+
 /// Comes in a later turn of the main loop than the item's making, when its picture and menu are set.
 void StatusItem::Native::exportItem()
 {
     const auto options = configuration();
+    askForContextMenu();
     menuServer_ = desktop::MenuServer::create(connection_.get(), options.menuPath,
-        { [this] { return rows(); }, nullptr, [this] { button->native().lastClick = desktop::pointerPosition(); } });
+        { [this] { return rows(); }, [this] { askForContextMenu(); },
+            [this] { button->native().lastClick = desktop::pointerPosition(); } });
     item_ = desktop::StatusNotifierItem::create(
-        connection_.get(), options, appearance(), [this](auto place) { clicked(place); });
-    button->native().changed = [this] { appearanceChanged(); };
+        connection_.get(), options, appearance(), [this](auto click, auto place) { clicked(click, place); });
+    button->native().changed = [this] { buttonChanged(); };
     const std::string service = menu ? options.path : g_dbus_connection_get_unique_name(connection_.get());
     watcher_ = std::make_unique<desktop::StatusNotifierWatcher>(connection_.get(), service);
 }
@@ -114,22 +153,15 @@ void StatusItem::Native::exportItem()
 desktop::StatusNotifierItem::Configuration StatusItem::Native::configuration() const
 {
     if (menu)
-        return { menuItemPath, id, title, menuPath, true, needsActivate() };
-    return { clickItemPath, id, title, menuPath, false, true };
+        return { menuItemPath, id, menuPath, true, needsActivate() };
+    return { clickItemPath, id, menuPath, false, true };
 }
 
 desktop::StatusNotifierItem::Appearance StatusItem::Native::appearance() const
 {
-    const auto& image = button->image();
-    if (image && image->isTemplate() && !image->native().iconName.empty() && !iconFolder().empty())
-        return { image->native().iconName, iconFolder(), button->title(), pictureOf(*image) };
-    if (image)
-        return { {}, {}, button->title(), pictureOf(*image) };
-    if (button->title().empty())
-        return {};
-    using Subject = desktop::Picture::Subject;
-    return { {}, {}, button->title(),
-        desktop::Picture::of({ Subject::Kind::Text, button->title(), desktop::templateColour }) };
+    auto look = lookOf(*button);
+    look.title = button->toolTip().empty() ? title : button->toolTip();
+    return look;
 }
 
 /// The menu of an item without one stands for the click: some hosts open it on a click, and none shows an item whose
@@ -138,21 +170,69 @@ std::vector<desktop::MenuRow> StatusItem::Native::rows() const
 {
     if (menu && !menu->items().empty())
         return menuRows(*menu);
-    return { openRow([weak = std::weak_ptr(button)] {
-        if (auto clickable = weak.lock())
-            clickable->performClick();
-    }) };
+    const auto open = openRow([weak = std::weak_ptr(button)] {
+        if (const auto clickable = weak.lock())
+            performLeftClick(*clickable);
+    });
+    const auto& contextMenu = button->native().contextMenu;
+    if (!contextMenu)
+        return { open };
+    auto contextRows = menuRows(*contextMenu);
+    if (opensMenusOnly())
+        contextRows.insert(contextRows.begin(), { open, separatorRow() });
+    return contextRows;
 }
 
-void StatusItem::Native::appearanceChanged()
+bool StatusItem::Native::takesRightClicks() const
 {
+    return contains(button->actionMask(), EventMask::RightMouseUp);
+}
+
+/// The action of a right click pops up a menu, which is what hosts want to know long before the click.
+void StatusItem::Native::askForContextMenu()
+{
+    if (menu || !takesRightClicks())
+        return;
+    const EventScope event(EventType::RightMouseUp);
+    button->performClick();
+}
+
+/// Many changes make one.
+void StatusItem::Native::buttonChanged()
+{
+    if (!pendingUpdate_)
+        pendingUpdate_ = desktop::callAfter(0, [this] { update(); });
+}
+
+void StatusItem::Native::update()
+{
+    pendingUpdate_.reset();
     // While the connection is being made anew there is no item; it will be exported as it then looks.
+    if (!item_)
+        return;
+    if (!menu && takesRightClicks()) {
+        askForContextMenu();
+        menuServer_->rowsChanged();
+    }
+    // A picture that is on its way from outside comes soon, and hosts would flicker.
+    if (!appearance().picture && !pendingBlank_)
+        pendingBlank_ = desktop::callAfter(blankPatience, [this] { showAppearance(); });
+    else if (appearance().picture)
+        showAppearance();
+}
+
+void StatusItem::Native::showAppearance()
+{
+    pendingBlank_.reset();
     if (item_)
         item_->setAppearance(appearance());
 }
 
-void StatusItem::Native::clicked(std::optional<std::pair<int, int>> place)
+void StatusItem::Native::clicked(desktop::StatusNotifierItem::Click click, std::pair<int, int> place)
 {
+    // Comes from hosts that cannot show a menu; a click of theirs on an item that is its menu has to do something.
+    if (click == desktop::StatusNotifierItem::Click::ContextMenu && !menu)
+        return;
     const auto pointer = desktop::pointerPosition();
     button->native().lastClick = pointer ? pointer : place;
     foundation::dispatchMainAsync([weak = std::weak_ptr(button)] {
@@ -160,7 +240,7 @@ void StatusItem::Native::clicked(std::optional<std::pair<int, int>> place)
         if (!clickable)
             return;
         clickable->native().isBeingClicked = true;
-        clickable->performClick();
+        performLeftClick(*clickable);
         clickable->native().isBeingClicked = false;
     });
 }
@@ -193,6 +273,12 @@ StatusItem::StatusItem(std::unique_ptr<Native> native)
 {
     native_->button
         = std::shared_ptr<StatusBarButton>(new StatusBarButton(std::make_unique<StatusBarButton::Native>()));
+}
+
+void StatusItem::setAutosaveName(std::string_view name)
+{
+    const desktop::GLibPointer<> escaped(g_uri_escape_string(std::string(name).c_str(), nullptr, FALSE));
+    native_->id = std::string("perchly-") + escaped.get();
 }
 
 StatusItem::~StatusItem()

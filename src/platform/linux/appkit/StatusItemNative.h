@@ -23,6 +23,9 @@ struct StatusItem::Native {
 
     void setMenu(std::shared_ptr<Menu> newMenu);
 
+    /// Off the bus for good.
+    void remove();
+
     /// The menus of all status items there are.
     [[nodiscard]] static std::vector<std::shared_ptr<Menu>> attachedMenus();
 
@@ -34,8 +37,12 @@ private:
     void connect();
     void disconnect();
     void exportItem();
-    void appearanceChanged();
-    void clicked(std::optional<std::pair<int, int>> place);
+    void buttonChanged();
+    void update();
+    void showAppearance();
+    void askForContextMenu();
+    void clicked(desktop::StatusNotifierItem::Click click, std::pair<int, int> place);
+    [[nodiscard]] bool takesRightClicks() const;
 
     [[nodiscard]] desktop::StatusNotifierItem::Configuration configuration() const;
     [[nodiscard]] desktop::StatusNotifierItem::Appearance appearance() const;
@@ -46,6 +53,9 @@ private:
     std::shared_ptr<desktop::MenuServer> menuServer_;
     std::shared_ptr<desktop::StatusNotifierItem> item_;
     std::unique_ptr<desktop::StatusNotifierWatcher> watcher_;
+    desktop::SourceHandle pendingUpdate_;
+    desktop::SourceHandle pendingBlank_;
+    bool isRemoved_ = false;
 };
 
 } // namespace appkit

@@ -45,6 +45,26 @@ bool isWhollySelected(GtkEditable* editable)
     return start == 0 && end == g_utf8_strlen(text, -1);
 }
 
+/// The size of which stands for the theme's own.
+constexpr Font usualFont {};
+
+struct UnrefAttributes {
+    void operator()(PangoAttrList* list) const { pango_attr_list_unref(list); }
+};
+
+PangoWeight nativeWeight(FontWeight weight)
+{
+    switch (weight) {
+    case FontWeight::Regular:
+        return PANGO_WEIGHT_NORMAL;
+    case FontWeight::Medium:
+        return PANGO_WEIGHT_MEDIUM;
+    case FontWeight::Bold:
+        break;
+    }
+    return PANGO_WEIGHT_BOLD;
+}
+
 using Connections = std::vector<desktop::SignalConnection>;
 
 /// Whether an input method composes a character; its keys are no commands until it is done.
@@ -63,6 +83,7 @@ TextField::TextField()
 {
     auto* entry = widgetOf(*this);
     gtk_widget_add_css_class(entry, "rounded-bezel");
+    gtk_entry_set_activates_default(GTK_ENTRY(entry), TRUE);
     auto* keys = gtk_event_controller_key_new();
     gtk_event_controller_set_propagation_phase(keys, GTK_PHASE_CAPTURE);
     gtk_widget_add_controller(entry, keys);
@@ -82,8 +103,34 @@ TextField::TextField()
     }));
 }
 
+TextField::TextField(std::unique_ptr<Native> native)
+    : View(std::move(native))
+{
+}
+
+std::shared_ptr<TextField> TextField::label(std::string_view text)
+{
+    auto label = std::shared_ptr<TextField>(new TextField(makeNative([] { return gtk_label_new(nullptr); })));
+    gtk_label_set_xalign(GTK_LABEL(widgetOf(*label)), 0);
+    label->setStringValue(text);
+    return label;
+}
+
+void TextField::setFont(const Font& font)
+{
+    const std::unique_ptr<PangoAttrList, UnrefAttributes> attributes(pango_attr_list_new());
+    pango_attr_list_insert(attributes.get(), pango_attr_scale_new(font.pointSize / usualFont.pointSize));
+    pango_attr_list_insert(attributes.get(), pango_attr_weight_new(nativeWeight(font.weight)));
+    if (auto* widget = widgetOf(*this); GTK_IS_LABEL(widget))
+        gtk_label_set_attributes(GTK_LABEL(widget), attributes.get());
+    else
+        gtk_entry_set_attributes(GTK_ENTRY(widget), attributes.get());
+}
+
 void TextField::setStringValue(std::string_view text)
 {
+    if (auto* widget = widgetOf(*this); GTK_IS_LABEL(widget))
+        return gtk_label_set_text(GTK_LABEL(widget), std::string(text).c_str());
     auto* editable = GTK_EDITABLE(widgetOf(*this));
     const auto wasSelected = isWhollySelected(editable);
     gtk_editable_set_text(editable, std::string(text).c_str());
@@ -94,7 +141,16 @@ void TextField::setStringValue(std::string_view text)
 
 std::string TextField::stringValue() const
 {
+    if (auto* widget = widgetOf(*this); GTK_IS_LABEL(widget))
+        return gtk_label_get_text(GTK_LABEL(widget));
     return gtk_editable_get_text(GTK_EDITABLE(widgetOf(*this)));
+}
+
+void TextField::selectText()
+{
+    // GTK's text selects all of itself when it gets the keyboard, but not when it has it.
+    gtk_widget_grab_focus(widgetOf(*this));
+    gtk_editable_select_region(GTK_EDITABLE(widgetOf(*this)), 0, -1);
 }
 
 void TextField::setPlaceholderString(std::string_view text)

@@ -1,18 +1,33 @@
 #include "platform/appkit/View.h"
 
+#include "platform/appkit/Event.h"
+#include "platform/appkit/KeyEquivalent.h"
+#include "platform/linux/appkit/CursorNative.h"
+#include "platform/linux/appkit/EventNative.h"
 #include "platform/linux/appkit/ViewNative.h"
 #include "platform/linux/appkit/WindowNative.h"
 #include "platform/linux/desktop/ConstraintView.h"
+#include "platform/linux/desktop/WindowContent.h"
 
 #include <cmath>
 
 namespace appkit {
+namespace {
+
+guint keyvalOf(char32_t character)
+{
+    constexpr char32_t firstFunctionKey = 0xF704;
+    constexpr char32_t functionKeys = 35;
+    const auto index = character - firstFunctionKey;
+    return index < functionKeys ? GDK_KEY_F1 + index : gdk_unicode_to_keyval(character);
+}
+
+} // namespace
 
 View::View(foundation::Rect frame)
     : View(makeNative(desktop::makeConstraintView))
 {
     native_->frame = frame;
-    setFrameSize(frame.size);
 }
 
 View::View(std::unique_ptr<Native> native)
@@ -20,19 +35,38 @@ View::View(std::unique_ptr<Native> native)
 {
 }
 
+View::View(HandlesMouse)
+    : View(makeNative(desktop::makeConstraintView))
+{
+    auto* drag = gtk_gesture_drag_new();
+    gtk_widget_add_controller(native_->widget.get(), GTK_EVENT_CONTROLLER(drag));
+    const auto tell = [this, drag](EventType type, void (View::*handler)(const Event&)) {
+        // Held until the operation has returned, which may take the view away.
+        const auto self = weak_from_this().lock();
+        if (!self)
+            return;
+        rememberEventPlace(drag);
+        (this->*handler)({ type });
+    };
+    native_->connections.push_back(desktop::connect<void(double, double)>(drag, "drag-begin", [=](double, double) {
+        gtk_gesture_set_state(drag, GTK_EVENT_SEQUENCE_CLAIMED);
+        tell(EventType::LeftMouseDown, &View::mouseDown);
+    }));
+    native_->connections.push_back(desktop::connect<void(double, double)>(
+        drag, "drag-update", [=](double, double) { tell(EventType::LeftMouseDragged, &View::mouseDragged); }));
+    native_->connections.push_back(
+        desktop::connect<void()>(native_->widget.get(), "realize", [this] { resetCursorRects(); }));
+}
+
 View::~View()
 {
     native_->connections.clear();
-    for (const auto& subview : subviews_)
-        subview->superview_ = nullptr;
-    if (gtk_widget_get_parent(native_->widget.get()) && superview_)
-        gtk_widget_unparent(native_->widget.get());
+    desktop::takeOut(native_->widget.get());
 }
 
 void View::addSubview(std::shared_ptr<View> subview)
 {
     gtk_widget_insert_before(widgetOf(*subview), native_->widget.get(), nullptr);
-    subview->superview_ = this;
     subviews_.push_back(std::move(subview));
 }
 
@@ -43,14 +77,15 @@ foundation::Rect View::frame() const
     graphene_rect_t bounds;
     if (!parent || gtk_widget_get_width(widget) == 0 || !gtk_widget_compute_bounds(widget, parent, &bounds))
         return native_->frame;
-    const auto height = static_cast<double>(bounds.size.height);
-    return { { bounds.origin.x, gtk_widget_get_height(parent) - static_cast<double>(bounds.origin.y) - height },
-        { bounds.size.width, height } };
+    const auto size = native_->requestedSize.orElse({ bounds.size.width, bounds.size.height });
+    return { { bounds.origin.x, gtk_widget_get_height(parent) - static_cast<double>(bounds.origin.y) - size.height },
+        size };
 }
 
 void View::setFrameSize(foundation::Size size)
 {
     native_->frame.size = size;
+    native_->requestedSize.request(size);
 }
 
 void View::setTranslatesAutoresizingMaskIntoConstraints(bool /*translates*/)
@@ -72,6 +107,61 @@ void View::setToolTip(std::string_view text)
 {
     toolTip_ = text;
     gtk_widget_set_tooltip_text(native_->widget.get(), toolTip_.empty() ? nullptr : toolTip_.c_str());
+}
+
+void View::setAccessibilityLabel(std::string_view label)
+{
+    gtk_accessible_update_property(
+        GTK_ACCESSIBLE(native_->widget.get()), GTK_ACCESSIBLE_PROPERTY_LABEL, std::string(label).c_str(), -1);
+}
+
+void View::setAccessibilityRole(AccessibilityRole role)
+{
+    const auto native = role == AccessibilityRole::Splitter ? GTK_ACCESSIBLE_ROLE_SEPARATOR : GTK_ACCESSIBLE_ROLE_GROUP;
+    g_object_set(native_->widget.get(), "accessible-role", native, nullptr);
+}
+
+void View::addKeyEquivalent(const KeyEquivalent& key, Action action)
+{
+    const auto modifiers = key.withCommand ? GDK_CONTROL_MASK : static_cast<GdkModifierType>(0);
+    struct Target {
+        View* view;
+        Action action;
+    };
+    const auto perform = +[](GtkWidget*, GVariant*, gpointer data) -> gboolean {
+        const auto* target = static_cast<Target*>(data);
+        const auto self = target->view->weak_from_this().lock();
+        if (self)
+            target->action.send(*self);
+        return self != nullptr;
+    };
+    const auto destroy = +[](gpointer data) { delete static_cast<Target*>(data); };
+    auto* controller = gtk_shortcut_controller_new();
+    gtk_shortcut_controller_add_shortcut(GTK_SHORTCUT_CONTROLLER(controller),
+        gtk_shortcut_new(gtk_keyval_trigger_new(keyvalOf(key.character), modifiers),
+            gtk_callback_action_new(perform, new Target { this, std::move(action) }, destroy)));
+    // Heard at the window, so wherever the keyboard is in it, and after what has the keyboard.
+    gtk_shortcut_controller_set_scope(GTK_SHORTCUT_CONTROLLER(controller), GTK_SHORTCUT_SCOPE_MANAGED);
+    gtk_event_controller_set_propagation_phase(controller, GTK_PHASE_BUBBLE);
+    gtk_widget_add_controller(native_->widget.get(), controller);
+}
+
+void View::mouseDown(const Event& /*event*/) { }
+
+void View::mouseDragged(const Event& /*event*/) { }
+
+void View::resetCursorRects() { }
+
+void View::addCursorRect(foundation::Rect /*rect*/, const Cursor& cursor)
+{
+    // A widget has one cursor.
+    gtk_widget_set_cursor_from_name(native_->widget.get(), cursor.native().name);
+}
+
+LayoutDirection View::userInterfaceLayoutDirection() const
+{
+    const auto isMirrored = gtk_widget_get_direction(native_->widget.get()) == GTK_TEXT_DIR_RTL;
+    return isMirrored ? LayoutDirection::RightToLeft : LayoutDirection::LeftToRight;
 }
 
 std::shared_ptr<Window> View::window() const

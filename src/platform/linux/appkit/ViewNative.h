@@ -2,6 +2,7 @@
 
 #include "platform/appkit/View.h"
 #include "platform/linux/desktop/GObject.h"
+#include "platform/linux/desktop/RequestedSize.h"
 #include "platform/linux/desktop/Toolkit.h"
 
 #include <gtk/gtk.h>
@@ -21,6 +22,7 @@ struct View::Native {
     std::vector<desktop::SignalConnection> connections;
     /// What was asked for; the widget's own size once it is on the screen.
     foundation::Rect frame;
+    desktop::RequestedSize requestedSize;
 };
 
 /// Makes the toolkit ready and wraps the widget that `make` returns.

@@ -1,5 +1,6 @@
 #include "platform/linux/desktop/AlertWindow.h"
 
+#include "platform/linux/desktop/FirstResponder.h"
 #include "platform/linux/desktop/GObject.h"
 
 namespace desktop {
@@ -86,8 +87,14 @@ GtkWindow* makeAlertWindow(
     gtk_box_append(GTK_BOX(box), makeLabel(content.message, "title-4"));
     if (!content.details.empty())
         gtk_box_append(GTK_BOX(box), makeLabel(content.details, "body"));
+    if (content.accessory) {
+        gtk_widget_set_halign(content.accessory, GTK_ALIGN_CENTER);
+        gtk_box_append(GTK_BOX(box), content.accessory);
+    }
     gtk_window_set_child(window, box);
     gtk_box_append(GTK_BOX(box), makeButtons(window, content.buttonTitles, answer));
+    if (content.accessory)
+        restoreFirstResponder(content.accessory);
     declineOnEscape(window, [answer, last = content.buttonTitles.size() - 1] { answer(last); });
     return window;
 }

@@ -14,6 +14,8 @@ struct AlertContent {
     std::string details;
     /// The first confirms, the last declines.
     std::vector<std::string> buttonTitles;
+    /// Shown above the buttons; null for none. Not owned.
+    GtkWidget* accessory = nullptr;
 };
 
 /// Makes, and does not yet show, the window of a question or notice in front of the parent (or null). `answer` is

@@ -1,6 +1,8 @@
 #include "platform/linux/desktop/Pointer.h"
 
 #include "platform/linux/desktop/Environment.h"
+#include "platform/linux/desktop/Toolkit.h"
+#include "platform/linux/desktop/X11Pointer.h"
 
 #include <xcb/xcb.h>
 
@@ -83,12 +85,24 @@ std::optional<std::pair<int, int>> askForPointer(const Xcb& xcb, xcb_connection_
     return std::pair { static_cast<int>(reply->root_x), static_cast<int>(reply->root_y) };
 }
 
+std::optional<std::pair<int, int>> placeOnToolkitsDisplay()
+{
+    auto* display = gdk_display_get_default();
+    if (!seesPointerEverywhere(display))
+        return std::nullopt;
+    const auto place = queryPointer(display).place;
+    return std::pair { place.x, place.y };
+}
+
 } // namespace
 
 std::optional<std::pair<int, int>> pointerPosition()
 {
     if (environment("DISPLAY").empty() || !environment("WAYLAND_DISPLAY").empty())
         return std::nullopt;
+    // A connection of its own takes longer than all else that a click does.
+    if (isToolkitLoaded() && isX11())
+        return placeOnToolkitsDisplay();
     const Xcb xcb;
     if (!xcb)
         return std::nullopt;

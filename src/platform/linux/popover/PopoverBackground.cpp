@@ -11,7 +11,7 @@ constexpr auto arrowLength = 10;
 /// The arrow is a square on its corner, sunk into the box by the border.
 constexpr auto arrowSquare = 17;
 constexpr auto shadow = 18;
-constexpr auto gap = 6;
+constexpr auto gap = 4;
 constexpr auto iconReach = 14;
 constexpr auto panelReach = 96;
 

@@ -199,13 +199,6 @@ PixelRect withMargins(const PixelRect& box, PanelSide side, const BubbleShape& s
 
 } // namespace
 
-int wholePixels(double length)
-{
-    // X11 counts in 16 bits.
-    constexpr auto longest = 32767.0;
-    return length >= 1 ? static_cast<int>(std::lround(std::min(length, longest))) : 1; // 1 also for what is no number
-}
-
 int panelThickness(const MonitorArea& monitor, PanelSide side)
 {
     return std::abs(edgeOf(monitor.workArea, side) - edgeOf(monitor.bounds, side));

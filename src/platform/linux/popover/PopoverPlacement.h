@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/popover/PixelGeometry.h"
+#include "platform/linux/desktop/MonitorArea.h"
 
 #include <optional>
 #include <vector>
@@ -8,12 +8,6 @@
 namespace desktop {
 
 enum class PanelSide { Top, Bottom, Left, Right };
-
-struct MonitorArea {
-    PixelRect bounds;
-    /// What the panels leave of it.
-    PixelRect workArea;
-};
 
 struct PopoverScene {
     /// The primary one first.
@@ -55,9 +49,6 @@ struct PopoverPlacement {
 /// inside the work area, where the arrow moves instead. A box that does not fit into it with its margins is made
 /// smaller.
 [[nodiscard]] PopoverPlacement placePopover(const PopoverScene& scene, const BubbleShape& shape);
-
-/// The length as a box may have it: at least one pixel, and never so many that reckoning with them overflows.
-[[nodiscard]] int wholePixels(double length);
 
 /// How thick the panels on that side of the monitor are together.
 [[nodiscard]] int panelThickness(const MonitorArea& monitor, PanelSide side);

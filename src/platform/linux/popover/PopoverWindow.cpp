@@ -1,10 +1,10 @@
 #include "platform/linux/popover/PopoverWindow.h"
 
+#include "platform/linux/desktop/Monitors.h"
 #include "platform/linux/desktop/Toolkit.h"
-#include "platform/linux/popover/FirstResponder.h"
-#include "platform/linux/popover/Monitors.h"
+#include "platform/linux/desktop/X11Pointer.h"
+#include "platform/linux/desktop/X11Window.h"
 #include "platform/linux/popover/PopoverBackground.h"
-#include "platform/linux/popover/X11Window.h"
 
 namespace desktop {
 namespace {
@@ -25,22 +25,17 @@ bool hasOpenMenu(GtkWidget* widget)
     return false;
 }
 
-/// Also out of a window that counts on it.
-void takeOut(GtkWidget* widget)
-{
-    auto* parent = gtk_widget_get_parent(widget);
-    if (parent && GTK_IS_WINDOW(parent))
-        gtk_window_set_child(GTK_WINDOW(parent), nullptr);
-    else if (parent)
-        gtk_widget_unparent(widget);
-}
-
 } // namespace
 
 PopoverWindow::PopoverWindow(std::function<void()> closes)
     : closes_(std::move(closes))
     , window_(gtk_window_new())
     , background_(makePopoverBackground())
+    , content_(window(),
+          {
+              .current = [this] { return popoverContent(background_); },
+              .put = [this](GtkWidget* content) { setPopoverContent(background_, content); },
+          })
 {
     gtk_window_set_title(window(), "Perchly");
     gtk_window_set_decorated(window(), FALSE);
@@ -92,41 +87,6 @@ void PopoverWindow::setAnimates(bool animates)
         gtk_widget_remove_css_class(background_, "animated");
 }
 
-void PopoverWindow::setContent(GtkWidget* content)
-{
-    auto* before = popoverContent(background_);
-    if (before && before == content)
-        return;
-    entering_.reset();
-    if (before)
-        leave(before);
-    content_ = content ? retain(content) : nullptr;
-    if (!content)
-        return;
-    const auto isOnScreen = gtk_widget_get_mapped(content);
-    takeOut(content);
-    // A page that goes from one window on the screen to another within one turn of the main loop can stay blank.
-    if (isOnScreen)
-        entering_ = callAfter(0, [this] { enter(); });
-    else
-        enter();
-}
-
-void PopoverWindow::leave(GtkWidget* content)
-{
-    rememberFirstResponder(content);
-    // Otherwise the window looks for another widget to focus, and finds one in the content that comes next.
-    gtk_window_set_focus(window(), nullptr);
-    setPopoverContent(background_, nullptr);
-}
-
-void PopoverWindow::enter()
-{
-    setPopoverContent(background_, content_.get());
-    if (isShown_)
-        restoreFirstResponder(content_.get());
-}
-
 void PopoverWindow::setContentSize(int width, int height)
 {
     if (width == contentWidth_ && height == contentHeight_)
@@ -147,8 +107,7 @@ void PopoverWindow::show(std::optional<PixelPoint> anchor)
             X11Window(window_).setAuxiliary();
     }
     layOut();
-    if (auto* content = popoverContent(background_))
-        restoreFirstResponder(content);
+    content_.restoreFirstResponder();
     if (!wasShown)
         startWatching();
     present();
@@ -160,8 +119,7 @@ void PopoverWindow::hide()
         return;
     stopWatching();
     dismissal_.closed(now());
-    if (auto* content = popoverContent(background_))
-        rememberFirstResponder(content);
+    content_.rememberFirstResponder();
     gtk_widget_set_visible(window_, FALSE);
     gdk_display_flush(gtk_widget_get_display(window_));
 }
@@ -179,7 +137,7 @@ void PopoverWindow::present()
     gtk_window_present_with_time(window(), x11.takeUserTime());
     // Showing it, the toolkit has written its own hints over ours.
     x11.place(frame_);
-    x11.keepAbove();
+    x11.setAbove(true);
 }
 
 bool PopoverWindow::isPlain() const
@@ -202,6 +160,7 @@ void PopoverWindow::layOut()
         shape.side = placement.side;
         if (placement.arrow && !shape.isPlain)
             shape.arrow = static_cast<double>(*placement.arrow) / scale;
+        X11Window(window_).keepPicture(frame_, placement.window);
         frame_ = placement.window;
     }
     setPopoverShape(background_, shape);
@@ -281,7 +240,7 @@ PopoverDismissal::Surroundings PopoverWindow::surroundings() const
         .hasDialog = hasDialog() };
     if (isX11()) {
         found.isActiveWindow = X11Window(window_).isActiveWindow();
-        found.isButtonDown = isPointerButtonDown(gtk_widget_get_display(window_));
+        found.isButtonDown = queryPointer(gtk_widget_get_display(window_)).isButtonDown;
     }
     return found;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/linux/desktop/GObject.h"
+#include "platform/linux/desktop/WindowContent.h"
 #include "platform/linux/popover/PopoverDismissal.h"
 #include "platform/linux/popover/PopoverPlacement.h"
 #include "platform/linux/popover/PressWatch.h"
@@ -26,8 +27,14 @@ public:
     void setTransient(bool isTransient) { dismissal_.setTransient(isTransient); }
     void setAnimates(bool animates);
 
-    /// The content that was there leaves; null for none. Takes the widget out of wherever it is.
-    void setContent(GtkWidget* content);
+    /// The content that was there leaves; null for none. Takes the widget out of wherever it is. While hidden the
+    /// window keeps its last content until another comes or somebody takes it: most often it is the next one again,
+    /// and putting a page back is a fifth of a showing.
+    void setContent(GtkWidget* content)
+    {
+        if (content || isShown_)
+            content_.set(content);
+    }
     void setContentSize(int width, int height);
 
     /// Brings the bubble to the anchor and gives it the keyboard, whether or not it is shown already.
@@ -42,8 +49,6 @@ public:
 
 private:
     void connectSignals();
-    void leave(GtkWidget* content);
-    void enter();
     void layOut();
     void place();
     void setInputRegion();
@@ -62,7 +67,7 @@ private:
     std::function<void()> closes_;
     GtkWidget* window_;
     GtkWidget* background_;
-    ObjectPointer<GtkWidget> content_;
+    WindowContent content_;
     int contentWidth_ = 1;
     int contentHeight_ = 1;
     std::optional<PixelPoint> anchor_;
@@ -72,7 +77,6 @@ private:
 
     PopoverDismissal dismissal_;
     std::optional<PressWatch> presses_;
-    SourceHandle entering_;
     SourceHandle waking_;
     std::array<SignalConnection, 4> connections_;
 };

@@ -13,6 +13,11 @@ namespace {
 constexpr int firstScrollButton = 4;
 constexpr int lastScrollButton = 7;
 
+bool isScroll(int button)
+{
+    return button >= firstScrollButton && button <= lastScrollButton;
+}
+
 struct Pointer {
     ::Window window;
     PixelPoint point;
@@ -87,15 +92,11 @@ PressWatch::PressWatch(GdkDisplay* display, Handler handler)
     if (!XQueryExtension(xdisplay, "XInputExtension", &inputExtension_, &firstEvent, &firstError))
         return;
     events_ = connect<gboolean(gpointer)>(display_, "xevent", [this](gpointer event) -> gboolean {
-        if (!isPress(event))
-            return GDK_EVENT_PROPAGATE;
-        // Windows of others may vanish while they are asked about.
-        gdk_x11_display_error_trap_push(display_);
-        const auto press = pressAtPointer(display_);
-        gdk_x11_display_error_trap_pop_ignored(display_);
-        // A copy, because the handler may end this watch.
-        const auto tell = handler_;
-        tell(press);
+        if (const auto press = pressIn(event)) {
+            // A copy, because the handler may end this watch.
+            const auto tell = handler_;
+            tell(*press);
+        }
         return GDK_EVENT_PROPAGATE;
     });
     select(true);
@@ -107,14 +108,28 @@ PressWatch::~PressWatch()
         select(false);
 }
 
-bool PressWatch::isPress(void* event) const
+std::optional<PressWatch::Press> PressWatch::pressIn(void* event)
 {
     const auto& cookie = static_cast<XEvent*>(event)->xcookie;
-    if (cookie.type != GenericEvent || cookie.extension != inputExtension_ || cookie.evtype != XI_RawButtonPress)
-        return false;
     // GDK has fetched the data already; without it there is no telling a click from a turn of the wheel.
-    const auto* press = static_cast<const XIRawEvent*>(cookie.data);
-    return press && (press->detail < firstScrollButton || press->detail > lastScrollButton);
+    if (cookie.type != GenericEvent || cookie.extension != inputExtension_ || !cookie.data)
+        return std::nullopt;
+    if (cookie.evtype == XI_Enter)
+        entered_ = static_cast<const XIEnterEvent*>(cookie.data)->event;
+    else if (cookie.evtype == XI_Leave)
+        entered_ = 0;
+    if (cookie.evtype != XI_RawButtonPress || isScroll(static_cast<const XIRawEvent*>(cookie.data)->detail))
+        return std::nullopt;
+    // Windows of others may vanish while they are asked about.
+    gdk_x11_display_error_trap_push(display_);
+    auto press = pressAtPointer(display_);
+    gdk_x11_display_error_trap_pop_ignored(display_);
+    // By now the pointer may have been dragged off the window that it was pressed on.
+    if (auto* surface = entered_ ? gdk_x11_surface_lookup_for_display(display_, entered_) : nullptr) {
+        press.under = Under::OurWindow;
+        press.surface = surface;
+    }
+    return press;
 }
 
 void PressWatch::select(bool isSelected)

@@ -1,11 +1,12 @@
 #pragma once
 
 #include "platform/linux/desktop/GObject.h"
-#include "platform/linux/popover/PixelGeometry.h"
+#include "platform/linux/desktop/PixelGeometry.h"
 
 #include <gtk/gtk.h>
 
 #include <functional>
+#include <optional>
 
 namespace desktop {
 
@@ -36,12 +37,15 @@ public:
     PressWatch& operator=(const PressWatch&) = delete;
 
 private:
-    [[nodiscard]] bool isPress(void* event) const;
+    /// The press that an event of the X server's tells of.
+    [[nodiscard]] std::optional<Press> pressIn(void* event);
     void select(bool isSelected);
 
     GdkDisplay* display_;
     Handler handler_;
     int inputExtension_ = 0;
+    /// The window of ours that the pointer is in by the events so far, or 0: then it may still be in one.
+    unsigned long entered_ = 0;
     SignalConnection events_;
 };
 

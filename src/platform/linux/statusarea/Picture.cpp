@@ -1,94 +1,71 @@
 #include "platform/linux/statusarea/Picture.h"
 
-#include "platform/foundation/Log.h"
-#include "platform/linux/foundation/ProgramFolder.h"
+#include "platform/linux/statusarea/DrawingProgram.h"
 
-#include <map>
-#include <optional>
+#include <algorithm>
+#include <malloc.h>
 
 namespace desktop {
 namespace {
 
-constexpr unsigned drawingTimeoutMilliseconds = 5000;
+/// Hosts ask several times within moments of a change.
+constexpr unsigned pixmapsPatience = 3000;
 
-std::optional<std::string> findDrawingProgram()
+/// Gives the memory of many dropped pixmaps back to the system, once for all of them.
+void returnMemorySoon()
 {
-    const auto program = foundation::findWithProgram("libexec/perchly/perchly-draw");
-    if (program)
-        return program->string();
-    foundation::log("StatusBar - perchly-draw is missing; there will be no pictures");
-    return std::nullopt;
+    constexpr unsigned patience = 500;
+    static SourceHandle returning;
+    returning = callAfter(patience, [] {
+        returning.reset();
+        malloc_trim(0);
+    });
 }
 
-using Finish = std::function<void(GBytes*)>;
-
-/// A run of the drawing program.
-struct Run {
-    ObjectPointer<GSubprocess> process;
-    SourceHandle deadline;
-    Finish finish;
-};
-
-void runEnded(GObject* source, GAsyncResult* result, gpointer data)
+GVariant* byteArray(const std::string& bytes)
 {
-    std::unique_ptr<Run> run(static_cast<Run*>(data));
-    GBytes* output = nullptr;
-    auto* process = G_SUBPROCESS(source);
-    const bool communicated = g_subprocess_communicate_finish(process, result, &output, nullptr, nullptr);
-    const bool succeeded = communicated && g_subprocess_get_successful(process);
-    run->finish(succeeded ? output : nullptr);
-    g_bytes_unref(output);
-}
-
-void start(const std::vector<const char*>& arguments, Finish finish)
-{
-    ErrorPointer error;
-    auto* process = g_subprocess_newv(arguments.data(),
-        static_cast<GSubprocessFlags>(G_SUBPROCESS_FLAGS_STDOUT_PIPE | G_SUBPROCESS_FLAGS_STDERR_SILENCE), error.out());
-    if (!process) {
-        foundation::log("StatusBar - cannot draw: " + error.message());
-        return finish(nullptr);
-    }
-    auto run = std::make_unique<Run>();
-    run->process = adopt(process);
-    run->finish = std::move(finish);
-    run->deadline = callAfter(drawingTimeoutMilliseconds, [process] { g_subprocess_force_exit(process); });
-    g_subprocess_communicate_async(process, nullptr, nullptr, runEnded, run.release());
-}
-
-/// What the build has drawn already, beside the file: a picture that every status area asks for at every start.
-GBytes* preparedDrawing(const Picture::Subject& subject, const char* format)
-{
-    if (subject.kind != Picture::Subject::Kind::File || subject.colour.empty())
-        return nullptr;
-    const auto path = subject.value + "." + subject.colour.substr(1) + "." + format;
-    char* contents = nullptr;
-    gsize size = 0;
-    if (!g_file_get_contents(path.c_str(), &contents, &size, nullptr))
-        return nullptr;
-    return g_bytes_new_take(contents, size);
+    return g_variant_new_fixed_array(G_VARIANT_TYPE_BYTE, bytes.data(), bytes.size(), 1);
 }
 
 } // namespace
 
 std::shared_ptr<Picture> Picture::of(const Subject& subject)
 {
-    static std::map<Subject, std::weak_ptr<Picture>> pictures;
-    std::erase_if(pictures, [](const auto& entry) { return entry.second.expired(); });
-    auto& known = pictures[subject];
-    auto picture = known.lock();
-    if (!picture) {
-        picture = std::shared_ptr<Picture>(new Picture(subject));
-        known = picture;
+    // There are no more of them than status items and menu rows, and as keys the subjects would take their room twice.
+    static std::vector<std::weak_ptr<Picture>> pictures;
+    for (const auto& known : pictures) {
+        if (auto picture = known.lock(); picture && picture->subject_ == subject)
+            return picture;
     }
+    std::erase_if(pictures, [](const auto& known) { return known.expired(); });
+    auto picture = std::shared_ptr<Picture>(new Picture(subject));
+    pictures.push_back(picture);
     return picture;
 }
 
 Picture::Picture(Subject subject)
     : subject_(std::move(subject))
-    , pixmaps_ { "pixmaps", G_VARIANT_TYPE("a(iiay)"), { "16", "22", "24", "32", "48", "64" }, nullptr, {} }
-    , icon_ { "png", G_VARIANT_TYPE_BYTESTRING, { "16" }, nullptr, {} }
+    , pixmaps_ { "pixmaps", G_VARIANT_TYPE("a(iiay)"), { 16, 22, 24, 32, 48, 64 }, nullptr, {} }
+    , icon_ { "png", G_VARIANT_TYPE_BYTESTRING, { 16 }, nullptr, {} }
 {
+}
+
+void Picture::withPixmaps(Receiver receiver)
+{
+    dropping_.reset();
+    with(pixmaps_, [weak = weak_from_this(), receiver = std::move(receiver)](GVariant* pixmaps) {
+        receiver(pixmaps);
+        const auto self = weak.lock();
+        if (self)
+            self->dropping_ = callAfter(pixmapsPatience, [picture = self.get()] { picture->dropPixmaps(); });
+    });
+}
+
+void Picture::dropPixmaps()
+{
+    dropping_.reset();
+    pixmaps_.value.reset();
+    returnMemorySoon();
 }
 
 void Picture::with(Rendition& rendition, Receiver receiver)
@@ -102,26 +79,43 @@ void Picture::with(Rendition& rendition, Receiver receiver)
 
 void Picture::draw(Rendition& rendition)
 {
-    if (auto* prepared = preparedDrawing(subject_, rendition.format)) {
-        finish(rendition, prepared);
-        return g_bytes_unref(prepared);
-    }
-    static const auto program = findDrawingProgram();
-    if (!program)
-        return finish(rendition, nullptr);
-    const auto* kind = subject_.kind == Subject::Kind::File ? "file" : "text";
-    const auto* colour = subject_.colour.empty() ? "own" : subject_.colour.c_str();
-    std::vector<const char*> arguments { program->c_str(), rendition.format, kind, subject_.value.c_str(), colour };
-    arguments.insert(arguments.end(), rendition.sizes.begin(), rendition.sizes.end());
-    arguments.push_back(nullptr);
-    start(arguments, [self = shared_from_this(), &rendition](GBytes* drawn) { finish(rendition, drawn); });
+    if (auto prepared = preparedDrawing(rendition))
+        return finish(rendition, std::move(prepared));
+    DrawingProgram::shared().draw(request(rendition),
+        [self = shared_from_this(), &rendition](VariantPointer drawn) { finish(rendition, std::move(drawn)); });
 }
 
-void Picture::finish(Rendition& rendition, GBytes* drawn)
+/// As drawing/Messages.h has it.
+GVariant* Picture::request(const Rendition& rendition) const
 {
-    auto* empty = g_bytes_new(nullptr, 0);
-    rendition.value = adoptVariant(g_variant_new_from_bytes(rendition.type, drawn ? drawn : empty, FALSE));
-    g_bytes_unref(empty);
+    const bool isPng = &rendition == &icon_;
+    auto* sizes = g_variant_new_fixed_array(
+        G_VARIANT_TYPE_UINT32, rendition.sizes.data(), rendition.sizes.size(), sizeof(unsigned));
+    return g_variant_new("(bq@aysuu@au)", isPng, static_cast<guint16>(subject_.kind), byteArray(subject_.value),
+        subject_.colour.c_str(), static_cast<guint32>(subject_.percent), static_cast<guint32>(subject_.weight), sizes);
+}
+
+/// What the build has drawn already, beside the file: a picture that every status area asks for at every start.
+VariantPointer Picture::preparedDrawing(const Rendition& rendition) const
+{
+    if (subject_.kind != Subject::Kind::File || subject_.colour.empty() || subject_.percent != 100)
+        return nullptr;
+    const auto path = subject_.value + "." + subject_.colour.substr(1) + "." + rendition.format;
+    char* contents = nullptr;
+    gsize size = 0;
+    if (!g_file_get_contents(path.c_str(), &contents, &size, nullptr))
+        return nullptr;
+    auto* bytes = g_bytes_new_take(contents, size);
+    auto prepared = adoptVariant(g_variant_new_from_bytes(rendition.type, bytes, FALSE));
+    g_bytes_unref(bytes);
+    return prepared;
+}
+
+void Picture::finish(Rendition& rendition, VariantPointer drawn)
+{
+    const bool isUsable = drawn && g_variant_is_of_type(drawn.get(), rendition.type);
+    rendition.value = isUsable ? std::move(drawn)
+                               : adoptVariant(g_variant_new_array(g_variant_type_element(rendition.type), nullptr, 0));
     for (const auto& receiver : std::exchange(rendition.waiting, {}))
         receiver(rendition.value.get());
 }

@@ -2,6 +2,8 @@
 
 #include "platform/linux/statusarea/Picture.h"
 
+#include <algorithm>
+
 namespace desktop {
 namespace {
 
@@ -84,6 +86,23 @@ GDBusInterfaceInfo* itemInterface(bool hasActivate)
     return withoutActivate->interfaces[0];
 }
 
+/// Some hosts take a tool tip for markup and others do not, so it has nothing that markup gives a meaning.
+std::string plain(const std::string& text)
+{
+    std::string result;
+    for (const auto character : text) {
+        if (character == '&')
+            result += "\uFF06";
+        else if (character == '<')
+            result += "\u2039";
+        else if (character == '>')
+            result += "\u203A";
+        else
+            result += character;
+    }
+    return result;
+}
+
 GVariant* noPixmaps()
 {
     return g_variant_new("a(iiay)", nullptr);
@@ -119,7 +138,12 @@ void StatusNotifierItem::setAppearance(Appearance appearance)
     const auto former = std::exchange(appearance_, std::move(appearance));
     if (former.iconThemePath != appearance_.iconThemePath)
         object_->emit("NewIconThemePath", g_variant_new("(s)", appearance_.iconThemePath.c_str()));
-    object_->emit("NewIcon", nullptr);
+    if (former.iconName != appearance_.iconName || former.picture != appearance_.picture)
+        object_->emit("NewIcon", nullptr);
+    if (former.title != appearance_.title) {
+        object_->emit("NewTitle", nullptr);
+        object_->emit("NewToolTip", nullptr);
+    }
     if (former.label != appearance_.label)
         object_->emit("XAyatanaNewLabel", g_variant_new("(ss)", appearance_.label.c_str(), appearance_.label.c_str()));
 }
@@ -168,7 +192,7 @@ GVariant* StatusNotifierItem::propertyValue(std::string_view name, GVariant* pix
     if (name == "Menu")
         return g_variant_new_object_path(configuration_.menuPath.c_str());
     if (name == "ToolTip")
-        return g_variant_new("(s@a(iiay)ss)", "", noPixmaps(), configuration_.title.c_str(), "");
+        return g_variant_new("(s@a(iiay)ss)", "", noPixmaps(), plain(appearance_.title).c_str(), "");
     return textProperty(name);
 }
 
@@ -177,7 +201,7 @@ GVariant* StatusNotifierItem::textProperty(std::string_view name) const
     const std::pair<std::string_view, const char*> values[] = {
         { "Category", "ApplicationStatus" },
         { "Id", configuration_.id.c_str() },
-        { "Title", configuration_.title.c_str() },
+        { "Title", appearance_.title.c_str() },
         { "Status", "Active" },
         { "IconName", appearance_.iconName.c_str() },
         { "IconThemePath", appearance_.iconThemePath.c_str() },
@@ -194,18 +218,21 @@ GVariant* StatusNotifierItem::textProperty(std::string_view name) const
     return nullptr;
 }
 
-/// ContextMenu comes from hosts that cannot show a menu themselves: there, any click does what a click can do.
 void StatusNotifierItem::click(const BusCall& call)
 {
-    const bool isClick
-        = call.method == "Activate" || call.method == "SecondaryActivate" || call.method == "ContextMenu";
+    static constexpr std::pair<std::string_view, Click> clicks[] = {
+        { "Activate", Click::Activate },
+        { "SecondaryActivate", Click::SecondaryActivate },
+        { "ContextMenu", Click::ContextMenu },
+    };
+    const auto* click = std::ranges::find(clicks, call.method, &std::pair<std::string_view, Click>::first);
     int x = 0;
     int y = 0;
-    if (isClick)
+    if (click != std::end(clicks))
         g_variant_get(call.parameters, "(ii)", &x, &y);
     call.reply(nullptr);
-    if (isClick)
-        clicked_({ x, y });
+    if (click != std::end(clicks))
+        clicked_(click->second, { x, y });
 }
 
 } // namespace desktop

@@ -21,6 +21,8 @@ public:
         /// For hosts that show text beside or in place of the picture.
         std::string label;
         std::shared_ptr<Picture> picture;
+        /// What the item is called, also in the status area's own lists.
+        std::string title;
 
         bool operator==(const Appearance&) const = default;
     };
@@ -28,7 +30,6 @@ public:
     struct Configuration {
         std::string path;
         std::string id;
-        std::string title;
         std::string menuPath;
         /// A click opens the menu.
         bool isMenu = false;
@@ -36,8 +37,12 @@ public:
         bool hasActivate = true;
     };
 
-    /// A click, in the coordinates that the host gave: no two hosts mean the same by them.
-    using ClickHandler = std::function<void(std::pair<int, int>)>;
+    /// Which call of the host's it was: that for a click, for a click with the middle button, or for a menu that the
+    /// host cannot show itself.
+    enum class Click { Activate, SecondaryActivate, ContextMenu };
+
+    /// In the coordinates that the host gave: no two hosts mean the same by them.
+    using ClickHandler = std::function<void(Click, std::pair<int, int>)>;
 
     [[nodiscard]] static std::shared_ptr<StatusNotifierItem> create(
         GDBusConnection* connection, Configuration configuration, Appearance appearance, ClickHandler clicked);

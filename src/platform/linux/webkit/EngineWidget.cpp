@@ -3,6 +3,7 @@
 #include "platform/linux/desktop/LateBinding.h"
 #include "platform/linux/desktop/Toolkit.h"
 #include "platform/linux/webkit/BlockedPorts.h"
+#include "platform/linux/webkit/TabKey.h"
 #include "platform/linux/webkit/WebsiteDataStoreNative.h"
 
 #include <algorithm>
@@ -115,6 +116,18 @@ void addEditingKeys(GtkWidget* page)
     gtk_widget_add_controller(page, controller);
 }
 
+/// With older toolkits the engine can't show what is in a page to screen readers; then this is all they hear of it.
+void nameAfterTitle(GtkWidget* page)
+{
+    const auto name = [page](GParamSpec*) {
+        const auto* title = webkit_web_view_get_title(WEBKIT_WEB_VIEW(page));
+        gtk_accessible_update_property(
+            GTK_ACCESSIBLE(page), GTK_ACCESSIBLE_PROPERTY_LABEL, title && *title ? title : "Web page", -1);
+    };
+    desktop::connect<void(GParamSpec*)>(page, "notify::title", name).keep();
+    name(nullptr);
+}
+
 /// True for a decision that is made here. The engine takes the page away before it refuses a port.
 bool refuseBlockedPort(WebKitPolicyDecision* decision)
 {
@@ -139,8 +152,11 @@ GtkWidget* makeEngineWidget(const WebViewConfiguration& configuration)
         = configuration.websiteDataStore ? configuration.websiteDataStore : WebsiteDataStore::defaultDataStore();
     const auto settings = makeSettings();
     auto* widget = GTK_WIDGET(g_object_new(WEBKIT_TYPE_WEB_VIEW, "web-context", sharedContext(), "network-session",
-        store->native().session.get(), "settings", settings.get(), "hexpand", TRUE, "vexpand", TRUE, nullptr));
+        store->native().session.get(), "settings", settings.get(), "hexpand", TRUE, "vexpand", TRUE, "accessible-role",
+        GTK_ACCESSIBLE_ROLE_DOCUMENT, nullptr));
     addEditingKeys(widget);
+    letTabLeave(widget);
+    nameAfterTitle(widget);
     return widget;
 }
 

@@ -42,10 +42,11 @@ struct WebView::Engine {
     void load(const URLRequest& request);
     /// Each navigation has a deadline of its own, which ends with its first answer.
     void navigate(Leaving leaving, const std::function<void()>& navigation,
-        std::chrono::milliseconds timeoutInterval = defaultTimeoutInterval);
+        std::chrono::milliseconds timeoutInterval = foundation::defaultTimeoutInterval);
     void addressChanged();
     void loadingChanged();
     void loadChanged(WebKitLoadEvent event);
+    void stopLoading();
     void openWindow(WebKitNavigationAction* action);
 
     WebView& owner;
@@ -59,6 +60,9 @@ struct WebView::Engine {
     std::string userAgent;
     bool isLoading = false;
     bool hasFailed = false;
+    /// The engine has begun what it was last sent to.
+    bool hasStarted = true;
+    bool stopsAtStart = false;
     desktop::SourceHandle deadline;
     std::vector<desktop::SignalConnection> connections;
 };
@@ -103,6 +107,8 @@ void WebView::Engine::navigate(
 {
     deadline = desktop::callAfter(
         static_cast<unsigned>(timeoutInterval.count()), [this] { webkit_web_view_stop_loading(page); });
+    hasStarted = false;
+    stopsAtStart = false;
     recovery.leave(leaving, navigation);
 }
 
@@ -131,8 +137,12 @@ void WebView::Engine::loadingChanged()
 
 void WebView::Engine::loadChanged(WebKitLoadEvent event)
 {
-    if (event == WEBKIT_LOAD_STARTED)
+    if (event == WEBKIT_LOAD_STARTED) {
         hasFailed = false;
+        hasStarted = true;
+        if (std::exchange(stopsAtStart, false))
+            return webkit_web_view_stop_loading(page);
+    }
     if (event == WEBKIT_LOAD_COMMITTED)
         deadline.reset();
     if (event != WEBKIT_LOAD_FINISHED || hasFailed)
@@ -140,6 +150,15 @@ void WebView::Engine::loadChanged(WebKitLoadEvent event)
     const auto keepAlive = owner.weak_from_this().lock();
     if (const auto delegate = navigationDelegate.lock())
         delegate->webViewDidFinishNavigation(owner);
+}
+
+void WebView::Engine::stopLoading()
+{
+    // Stopped before it begins, the load would neither go on nor end.
+    if (isLoading && !hasStarted)
+        stopsAtStart = true;
+    else
+        webkit_web_view_stop_loading(page);
 }
 
 void WebView::Engine::openWindow(WebKitNavigationAction* action)
@@ -216,7 +235,7 @@ void WebView::reload()
 
 void WebView::stopLoading()
 {
-    webkit_web_view_stop_loading(engine_->page);
+    engine_->stopLoading();
 }
 
 void WebView::pauseAllMediaPlayback()

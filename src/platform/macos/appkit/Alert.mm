@@ -1,6 +1,7 @@
 #include "platform/appkit/Alert.h"
 
 #include "platform/macos/appkit/Conversions.h"
+#include "platform/macos/appkit/ViewNative.h"
 
 namespace appkit {
 
@@ -25,6 +26,29 @@ NSAlertStyle nativeStyle(AlertStyle style)
     }
 }
 
+/// In the order in which they were added; nil where there is none. A label is a text field, too, but not editable.
+NSTextField* firstTextField(NSView* view)
+{
+    if ([view isKindOfClass:NSTextField.class] && static_cast<NSTextField*>(view).isEditable)
+        return static_cast<NSTextField*>(view);
+    for (NSView* subview in view.subviews) {
+        if (NSTextField* field = firstTextField(subview))
+            return field;
+    }
+    return nil;
+}
+
+void setAccessory(NSAlert* alert, NSView* accessory)
+{
+    alert.accessoryView = accessory;
+    NSTextField* field = firstTextField(accessory);
+    if (!field)
+        return;
+    // Only an alert that is laid out has the accessory in its window.
+    [alert layout];
+    alert.window.initialFirstResponder = field;
+}
+
 NSAlert* makeAlert(const Alert& alert)
 {
     NSAlert* native = [[NSAlert alloc] init];
@@ -34,6 +58,8 @@ NSAlert* makeAlert(const Alert& alert)
     const auto titles = alert.buttonTitles.empty() ? std::vector<std::string> { "OK" } : alert.buttonTitles;
     for (const auto& title : titles)
         [native addButtonWithTitle:nativeText(title)];
+    if (alert.accessoryView)
+        setAccessory(native, nativeView(*alert.accessoryView));
     return native;
 }
 

@@ -21,6 +21,26 @@
 @end
 
 namespace appkit {
+namespace {
+
+/// None for an event that the application has no name for, and for nil, which has no type.
+std::optional<Event> eventFrom(NSEvent* native)
+{
+    switch (native.type) {
+    case NSEventTypeLeftMouseDown:
+        return Event { EventType::LeftMouseDown };
+    case NSEventTypeLeftMouseUp:
+        return Event { EventType::LeftMouseUp };
+    case NSEventTypeRightMouseUp:
+        return Event { EventType::RightMouseUp };
+    case NSEventTypeLeftMouseDragged:
+        return Event { EventType::LeftMouseDragged };
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace
 
 struct Application::Native {
     NSApplication* application = [NSApplication sharedApplication];
@@ -80,6 +100,11 @@ void Application::setMainMenu(std::shared_ptr<Menu> menu)
 const std::shared_ptr<Menu>& Application::mainMenu() const
 {
     return native_->mainMenu;
+}
+
+std::optional<Event> Application::currentEvent() const
+{
+    return eventFrom(native_->application.currentEvent);
 }
 
 void Application::activateIgnoringOtherApps()

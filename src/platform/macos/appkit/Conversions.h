@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/appkit/Font.h"
 #include "platform/foundation/Geometry.h"
 #include "platform/macos/foundation/Conversions.h"
 
@@ -14,6 +15,11 @@ using foundation::textFrom;
 [[nodiscard]] inline NSString* nativeTextOrNone(std::string_view text)
 {
     return text.empty() ? nil : nativeText(text);
+}
+
+[[nodiscard]] inline foundation::Point pointFrom(NSPoint native)
+{
+    return { native.x, native.y };
 }
 
 [[nodiscard]] inline NSSize nativeSize(foundation::Size size)
@@ -33,7 +39,24 @@ using foundation::textFrom;
 
 [[nodiscard]] inline foundation::Rect rectFrom(NSRect native)
 {
-    return { { native.origin.x, native.origin.y }, sizeFrom(native.size) };
+    return { pointFrom(native.origin), sizeFrom(native.size) };
+}
+
+[[nodiscard]] inline NSFontWeight nativeWeight(FontWeight weight)
+{
+    switch (weight) {
+    case FontWeight::Regular:
+        return NSFontWeightRegular;
+    case FontWeight::Medium:
+        return NSFontWeightMedium;
+    case FontWeight::Bold:
+        return NSFontWeightBold;
+    }
+}
+
+[[nodiscard]] inline NSFont* nativeFont(const Font& font)
+{
+    return [NSFont systemFontOfSize:font.pointSize weight:nativeWeight(font.weight)];
 }
 
 } // namespace appkit

@@ -21,11 +21,22 @@
     return controller;
 }
 
+- (void)leaveWindow
+{
+    // A new place takes the view by itself, but the window's link to the controller would stay, and pull the view away
+    // from there when the window lets go of its content.
+    NSWindow* window = self.view.window;
+    if (window.contentViewController == self)
+        window.contentViewController = nil;
+}
+
 - (void)loadView
 {
     self.view = appkit::nativeView(*_content->view());
 }
 
+// Asked for when a popover gets the controller. A popover follows only changes that are announced, and those of the
+// application's controllers aren't: whoever makes one sets the size of the popover or the window, too.
 - (NSSize)preferredContentSize
 {
     return appkit::nativeSize(_content->preferredContentSize());

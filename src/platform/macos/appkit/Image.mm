@@ -9,6 +9,7 @@ Image::Image(std::string_view name, std::string_view accessibilityDescription, s
     : name_(name)
     , accessibilityDescription_(accessibilityDescription)
     , isTemplate_([native->image isTemplate])
+    , size_(sizeFrom(native->image.size))
     , native_(std::move(native))
 {
 }
@@ -33,10 +34,37 @@ std::shared_ptr<Image> Image::systemSymbol(std::string_view name, std::string_vi
         new Image(name, accessibilityDescription, std::make_unique<Native>(Native { image })));
 }
 
+std::shared_ptr<Image> Image::withData(std::string_view data)
+{
+    NSImage* image = [[NSImage alloc] initWithData:[NSData dataWithBytes:data.data() length:data.size()]];
+    if (!image)
+        return nullptr;
+    return std::shared_ptr<Image>(new Image({}, {}, std::make_unique<Native>(Native { image })));
+}
+
+std::shared_ptr<Image> Image::withSymbolConfiguration(const SymbolConfiguration& configuration) const
+{
+    NSImageSymbolConfiguration* native =
+        [NSImageSymbolConfiguration configurationWithPointSize:configuration.pointSize
+                                                        weight:nativeWeight(configuration.weight)];
+    NSImage* image = [native_->image imageWithSymbolConfiguration:native];
+    // What is no symbol stays as it is.
+    if (!image)
+        image = [native_->image copy];
+    return std::shared_ptr<Image>(
+        new Image(name_, accessibilityDescription_, std::make_unique<Native>(Native { image })));
+}
+
 void Image::setTemplate(bool isTemplate)
 {
     isTemplate_ = isTemplate;
     [native_->image setTemplate:isTemplate];
+}
+
+void Image::setSize(foundation::Size size)
+{
+    size_ = size;
+    native_->image.size = nativeSize(size);
 }
 
 } // namespace appkit

@@ -38,6 +38,7 @@ NSMenuItem* makeRow(const std::shared_ptr<MenuItem>& item)
     if (item->submenu())
         row.submenu = makeNativeMenu(*item->submenu());
     row.enabled = item->isEnabled();
+    row.state = item->isOn() ? NSControlStateValueOn : NSControlStateValueOff;
     return row;
 }
 

@@ -55,7 +55,11 @@ void Popover::setDelegate(std::weak_ptr<PopoverDelegate> delegate)
 void Popover::setContentViewController(std::shared_ptr<ViewController> content)
 {
     content_ = std::move(content);
-    native_->popover.contentViewController = content_ ? [PerchlyHostedViewController controllerHosting:content_] : nil;
+    PerchlyHostedViewController* controller = content_ ? [PerchlyHostedViewController controllerHosting:content_] : nil;
+    // Not out of the popover's own window.
+    if (native_->popover.contentViewController != controller)
+        [controller leaveWindow];
+    native_->popover.contentViewController = controller;
 }
 
 void Popover::setContentSize(foundation::Size size)

@@ -17,4 +17,9 @@ std::shared_ptr<StatusItem> StatusBar::statusItem()
     return std::shared_ptr<StatusItem>(new StatusItem(std::move(native)));
 }
 
+void StatusBar::removeStatusItem(StatusItem& item)
+{
+    item.native_->remove();
+}
+
 } // namespace appkit

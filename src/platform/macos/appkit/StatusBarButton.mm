@@ -27,6 +27,36 @@ void StatusBarButton::setTitle(std::string_view title)
     native_->button.title = nativeText(title);
 }
 
+void StatusBarButton::setImagePosition(ImagePosition position)
+{
+    imagePosition_ = position;
+    native_->button.imagePosition = static_cast<NSCellImagePosition>(position);
+}
+
+void StatusBarButton::setFont(const Font& font)
+{
+    font_ = font;
+    native_->button.font = nativeFont(font);
+}
+
+void StatusBarButton::setToolTip(std::string_view text)
+{
+    toolTip_ = text;
+    native_->button.toolTip = nativeTextOrNone(text);
+}
+
+void StatusBarButton::setTag(std::size_t tag)
+{
+    tag_ = tag;
+    native_->button.tag = static_cast<NSInteger>(tag);
+}
+
+void StatusBarButton::sendActionOn(EventMask mask)
+{
+    actionMask_ = mask;
+    [native_->button sendActionOn:static_cast<NSEventMask>(mask)];
+}
+
 foundation::Rect StatusBarButton::bounds() const
 {
     return rectFrom(native_->button.bounds);

@@ -1,5 +1,6 @@
 #include "platform/appkit/StatusItem.h"
 
+#include "platform/macos/appkit/Conversions.h"
 #include "platform/macos/appkit/MenuNative.h"
 #include "platform/macos/appkit/StatusBarButtonNative.h"
 #include "platform/macos/appkit/StatusItemNative.h"
@@ -24,7 +25,12 @@ StatusItem::StatusItem(std::unique_ptr<Native> native)
 
 StatusItem::~StatusItem()
 {
-    [NSStatusBar.systemStatusBar removeStatusItem:native_->item];
+    native_->remove();
+}
+
+void StatusItem::setAutosaveName(std::string_view name)
+{
+    native_->item.autosaveName = nativeText(name);
 }
 
 std::shared_ptr<StatusBarButton> StatusItem::button() const

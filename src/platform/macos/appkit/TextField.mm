@@ -51,6 +51,22 @@ TextField::TextField()
     };
 }
 
+TextField::TextField(std::unique_ptr<Native> native)
+    : View(std::move(native))
+{
+}
+
+std::shared_ptr<TextField> TextField::label(std::string_view text)
+{
+    NSTextField* label = [NSTextField labelWithString:nativeText(text)];
+    return std::shared_ptr<TextField>(new TextField(makeNative(label)));
+}
+
+void TextField::setFont(const Font& font)
+{
+    nativeView<NSTextField>(*this).font = nativeFont(font);
+}
+
 void TextField::setStringValue(std::string_view text)
 {
     nativeView<NSTextField>(*this).stringValue = nativeText(text);
@@ -59,6 +75,11 @@ void TextField::setStringValue(std::string_view text)
 std::string TextField::stringValue() const
 {
     return textFrom(nativeView<NSTextField>(*this).stringValue);
+}
+
+void TextField::selectText()
+{
+    [nativeView<NSTextField>(*this) selectText:nil];
 }
 
 void TextField::setPlaceholderString(std::string_view text)

@@ -4,6 +4,7 @@
 
 #include "platform/foundation/Result.h"
 #include "platform/foundation/URL.h"
+#include "platform/foundation/URLRequest.h"
 
 #include <filesystem>
 #include <string>
@@ -43,6 +44,17 @@ namespace foundation {
 {
     const auto& text = url.absoluteString();
     return [NSURL URLWithDataRepresentation:[NSData dataWithBytes:text.data() length:text.size()] relativeToURL:nil];
+}
+
+[[nodiscard]] inline NSURLRequest* nativeRequest(const URLRequest& request)
+{
+    const std::chrono::duration<double> timeout = request.timeoutInterval;
+    NSMutableURLRequest* native = [NSMutableURLRequest requestWithURL:nativeURL(request.url)
+                                                          cachePolicy:NSURLRequestUseProtocolCachePolicy
+                                                      timeoutInterval:timeout.count()];
+    for (const auto& [name, value] : request.headerFields)
+        [native setValue:nativeText(value) forHTTPHeaderField:nativeText(name)];
+    return native;
 }
 
 [[nodiscard]] inline NSString* nativePath(const std::filesystem::path& path)

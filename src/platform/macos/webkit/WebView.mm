@@ -100,10 +100,7 @@ bool WebView::canGoForward() const
 
 void WebView::load(const URLRequest& request)
 {
-    const std::chrono::duration<double> timeout = request.timeoutInterval;
-    [engine_->webView loadRequest:[NSURLRequest requestWithURL:nativeURL(request.url)
-                                                   cachePolicy:NSURLRequestUseProtocolCachePolicy
-                                               timeoutInterval:timeout.count()]];
+    [engine_->webView loadRequest:foundation::nativeRequest(request)];
 }
 
 void WebView::goBack()

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <algorithm>
+#include <cmath>
+
 /// Places on the X11 screen: device pixels, y downwards.
 namespace desktop {
 
@@ -29,5 +32,13 @@ struct PixelRect {
         return point.x >= x && point.x < right() && point.y >= y && point.y < bottom();
     }
 };
+
+/// The length as a box may have it: at least one pixel, and never so many that reckoning with them overflows.
+[[nodiscard]] inline int wholePixels(double length)
+{
+    // X11 counts in 16 bits.
+    constexpr auto longest = 32767.0;
+    return length >= 1 ? static_cast<int>(std::lround(std::min(length, longest))) : 1; // 1 also for what is no number
+}
 
 } // namespace desktop

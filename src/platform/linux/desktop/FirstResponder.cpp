@@ -1,4 +1,4 @@
-#include "platform/linux/popover/FirstResponder.h"
+#include "platform/linux/desktop/FirstResponder.h"
 
 namespace desktop {
 namespace {

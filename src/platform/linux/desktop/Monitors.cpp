@@ -1,4 +1,4 @@
-#include "platform/linux/popover/Monitors.h"
+#include "platform/linux/desktop/Monitors.h"
 
 #include "platform/linux/desktop/GObject.h"
 #include "platform/linux/desktop/Toolkit.h"
@@ -37,6 +37,15 @@ std::vector<MonitorArea> monitorAreas(GdkDisplay* display)
         areas.insert(monitor.get() == primary ? areas.begin() : areas.end(), areaOf(monitor.get()));
     }
     return areas;
+}
+
+ScreenSpace screenSpace(GdkDisplay* display)
+{
+    const auto areas = monitorAreas(display);
+    const auto first = adopt(GDK_MONITOR(g_list_model_get_item(gdk_display_get_monitors(display), 0)));
+    if (areas.empty())
+        return {};
+    return { areas.front().bounds, gdk_monitor_get_scale_factor(first.get()) };
 }
 
 } // namespace desktop

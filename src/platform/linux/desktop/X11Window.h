@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/linux/popover/PixelGeometry.h"
+#include "platform/linux/desktop/PixelGeometry.h"
 
 #include <gtk/gtk.h>
 
@@ -19,10 +19,27 @@ public:
     /// Asks for that place and size, as the user's own wish. The toolkit forgets it at each layout, so ask again
     /// right after mapping.
     void place(const PixelRect& frame);
+    /// Until the window is drawn anew, what was drawn stays where it is on the screen while the frame changes.
+    void keepPicture(const PixelRect& before, const PixelRect& after);
+    /// Where the window's inside is, without what the window manager puts around it. A round trip.
     [[nodiscard]] PixelPoint position() const;
 
-    /// Keeps the window above others. Window managers forget it when the window is hidden.
-    void keepAbove();
+    /// Asks for that place of the inside when the window is mapped. The toolkit forgets it, so ask again right after
+    /// mapping.
+    void hintPosition(PixelPoint inside);
+    /// Moves a window that is mapped.
+    void move(PixelPoint inside);
+    /// What the window manager has put around the window: thicknesses on the left, right, top and bottom. A round trip.
+    struct Frame {
+        int left = 0;
+        int right = 0;
+        int top = 0;
+        int bottom = 0;
+    };
+    [[nodiscard]] Frame frame() const;
+
+    /// Whether the window stays above others. Window managers forget it when the window is hidden.
+    void setAbove(bool isAbove);
 
     /// The server's present time, also noted as the last time that the user turned to this window: the leave to take
     /// the keyboard after a click that the window itself never saw. A round trip.
@@ -39,8 +56,5 @@ private:
     GdkSurface* surface_;
     unsigned long id_;
 };
-
-/// True while a pointer button is down, anywhere on the screen. A round trip.
-[[nodiscard]] bool isPointerButtonDown(GdkDisplay* display);
 
 } // namespace desktop

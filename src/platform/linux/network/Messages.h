@@ -1,0 +1,84 @@
+#pragma once
+
+#include "platform/linux/desktop/GObject.h"
+
+#include <cstdint>
+#include <deque>
+
+/// What a session and perchly-fetch say to each other: serialised variants, each after its length in four bytes.
+namespace desktop::fetching {
+
+/// Number, address, milliseconds of patience, header fields.
+inline constexpr const char* requestType = "(tsua(ss))";
+/// Number, what went wrong (empty: nothing), data.
+inline constexpr const char* answerType = "(tsay)";
+
+/// No download is larger than this, and no message much.
+inline constexpr std::size_t largestDownload = std::size_t { 16 } << 20U;
+inline constexpr std::uint32_t largestMessage = std::uint32_t { 24 } << 20U;
+
+/// Reads messages until the stream's end or `cancellable`, which is told to the receiver by a null message.
+/// The stream must outlive the reading.
+class MessageReader {
+public:
+    using Receiver = std::function<void(VariantPointer)>;
+
+    MessageReader(GInputStream* stream, const char* type, Receiver receiver);
+    ~MessageReader();
+    MessageReader(const MessageReader&) = delete;
+    MessageReader& operator=(const MessageReader&) = delete;
+
+private:
+    void read(std::size_t size, void (MessageReader::*then)(GBytes*));
+    void takeLength(GBytes* bytes);
+    void takeMessage(GBytes* bytes);
+    void end();
+
+    ObjectPointer<GInputStream> stream_;
+    const char* type_;
+    Receiver receiver_;
+    ObjectPointer<GCancellable> cancellable_;
+};
+
+struct FreeBytes {
+    void operator()(GBytes* bytes) const { g_bytes_unref(bytes); }
+};
+
+using Bytes = std::unique_ptr<GBytes, FreeBytes>;
+
+/// Writes messages, one after the other, in the background: the other side may be writing too, and would never read
+/// what is waited for here. What was not written when it goes is lost.
+class MessageWriter {
+public:
+    /// The stream must outlive the writing. Where it takes no more that is told once, later.
+    MessageWriter(GOutputStream* stream, std::function<void()> failed);
+    ~MessageWriter();
+    MessageWriter(const MessageWriter&) = delete;
+    MessageWriter& operator=(const MessageWriter&) = delete;
+
+    /// As packed() makes them.
+    void write(Bytes message);
+
+private:
+    struct Write;
+    void writeOn();
+
+    ObjectPointer<GOutputStream> stream_;
+    std::function<void()> failed_;
+    ObjectPointer<GCancellable> cancellable_;
+    std::deque<Bytes> waiting_;
+    bool isWriting_ = false;
+};
+
+/// The message as it goes over the stream.
+[[nodiscard]] inline GBytes* packed(GVariant* message)
+{
+    const auto owned = adoptVariant(message);
+    const auto size = static_cast<std::uint32_t>(g_variant_get_size(message));
+    auto* bytes = g_byte_array_sized_new(size + sizeof size);
+    g_byte_array_append(bytes, reinterpret_cast<const guint8*>(&size), sizeof size);
+    g_byte_array_append(bytes, static_cast<const guint8*>(g_variant_get_data(message)), size);
+    return g_byte_array_free_to_bytes(bytes);
+}
+
+} // namespace desktop::fetching

@@ -1,0 +1,115 @@
+#include "platform/linux/statusarea/DrawingProgram.h"
+
+#include "platform/foundation/Log.h"
+#include "platform/linux/drawing/Messages.h"
+#include "platform/linux/foundation/ProgramFolder.h"
+
+namespace desktop {
+namespace {
+
+/// How long the program stays for more when all is drawn.
+constexpr unsigned restMilliseconds = 3000;
+constexpr unsigned drawingTimeoutMilliseconds = 5000;
+
+/// Sent ahead, so that the program need not wait for us. No more, because writing waits for the program: what it
+/// answers to these fits the socket, so it is never us who it waits for.
+constexpr std::size_t mostUnderWay = 2;
+
+} // namespace
+
+const std::optional<std::filesystem::path>& drawingProgramPath()
+{
+    static const auto path = [] {
+        auto found = foundation::findWithProgram("libexec/perchly/perchly-draw");
+        if (!found)
+            foundation::log("StatusBar - perchly-draw is missing; there will be no pictures");
+        return found;
+    }();
+    return path;
+}
+
+DrawingProgram& DrawingProgram::shared()
+{
+    // Never destroyed: pictures may be asked for until the very end.
+    static auto& program = *new DrawingProgram;
+    return program;
+}
+
+void DrawingProgram::draw(GVariant* request, Finish finish)
+{
+    waiting_.push_back({ adoptVariant(request), std::move(finish) });
+    sendNext();
+}
+
+bool DrawingProgram::isRunning()
+{
+    if (program_)
+        return true;
+    const auto& path = drawingProgramPath();
+    if (path)
+        program_ = startProgram(*path, {}, G_SUBPROCESS_FLAGS_STDERR_SILENCE);
+    if (!program_)
+        return false;
+    reader_ = std::make_unique<fetching::MessageReader>(g_io_stream_get_input_stream(program_.stream.get()),
+        drawing::answerType, [this](const VariantPointer& answer) { take(answer); });
+    return true;
+}
+
+void DrawingProgram::sendNext()
+{
+    while (!waiting_.empty() && underWay_.size() < mostUnderWay) {
+        auto job = std::move(waiting_.front());
+        waiting_.pop_front();
+        if (!isRunning()) {
+            job.finish(nullptr);
+            continue;
+        }
+        // Where that fails the program has ended, and the reader will say so.
+        (void)send(program_, g_variant_ref(job.request.get()));
+        underWay_.push_back(std::move(job));
+    }
+    watch();
+}
+
+void DrawingProgram::take(const VariantPointer& answer)
+{
+    if (!answer || underWay_.empty())
+        return ended();
+    const auto job = std::move(underWay_.front());
+    underWay_.pop_front();
+    sendNext();
+    auto* drawn = g_variant_get_variant(answer.get());
+    job.finish(adoptVariant(drawn));
+}
+
+/// One of the pictures under way was too much for it; the others get a new one.
+void DrawingProgram::ended()
+{
+    disconnect();
+    const auto lost = std::exchange(underWay_, {});
+    sendNext();
+    for (const auto& job : lost)
+        job.finish(nullptr);
+}
+
+/// Once more after every answer: all of them are quick.
+void DrawingProgram::watch()
+{
+    deadline_.reset();
+    resting_.reset();
+    if (!underWay_.empty())
+        deadline_ = callAfter(drawingTimeoutMilliseconds, [this] { g_subprocess_force_exit(program_.process.get()); });
+    else if (program_)
+        resting_ = callAfter(restMilliseconds, [this] { disconnect(); });
+}
+
+/// The program then ends.
+void DrawingProgram::disconnect()
+{
+    resting_.reset();
+    deadline_.reset();
+    reader_.reset();
+    program_ = {};
+}
+
+} // namespace desktop

@@ -1,0 +1,87 @@
+#include "platform/linux/statusarea/SymbolicIcon.h"
+
+#include "platform/linux/desktop/GObject.h"
+#include "platform/linux/foundation/UserDirectory.h"
+
+#include <fcntl.h>
+#include <fstream>
+#include <glib/gstdio.h>
+#include <iterator>
+#include <locale>
+#include <sstream>
+
+namespace desktop {
+namespace {
+
+std::string contentsOf(const std::filesystem::path& file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    return { std::istreambuf_iterator<char>(stream), {} };
+}
+
+} // namespace
+
+std::optional<std::filesystem::path> madeIconsFolder()
+{
+    const auto caches = foundation::userDirectory("XDG_CACHE_HOME", ".cache");
+    return caches ? std::optional(*caches / "Perchly" / "icons") : std::nullopt;
+}
+
+std::optional<std::string> withRoom(const std::string& drawing, int percent)
+{
+    constexpr std::string_view attribute = "viewBox=\"";
+    const auto found = drawing.find(attribute);
+    if (found == std::string::npos)
+        return std::nullopt;
+    const auto begin = found + attribute.size();
+    const auto end = drawing.find('"', begin);
+    std::istringstream numbers(drawing.substr(begin, end - begin));
+    numbers.imbue(std::locale::classic());
+    double x = 0;
+    double y = 0;
+    double width = 0;
+    double height = 0;
+    if (!(numbers >> x >> y >> width >> height) || width != height || width <= 0 || percent < 1)
+        return std::nullopt;
+    const auto side = width * 100 / percent;
+    const auto room = (side - width) / 2;
+    std::ostringstream box;
+    box.imbue(std::locale::classic());
+    box << x - room << ' ' << y - room << ' ' << side << ' ' << side;
+    return drawing.substr(0, begin) + box.str() + drawing.substr(end);
+}
+
+bool keepMadeIcon(const std::string& name, const std::string& drawing)
+{
+    const auto folder = madeIconsFolder();
+    if (!folder || drawing.empty())
+        return false;
+    const auto file = *folder / (name + ".svg");
+    if (contentsOf(file) == drawing)
+        return true;
+    std::error_code error;
+    std::filesystem::create_directories(*folder, error);
+    auto unfinished = (*folder / ".new-XXXXXX").string();
+    const auto descriptor = g_mkstemp_full(unfinished.data(), O_WRONLY | O_CLOEXEC, 0644);
+    if (descriptor < 0)
+        return false;
+    g_close(descriptor, nullptr);
+    std::ofstream stream(unfinished, std::ios::binary);
+    stream << drawing;
+    stream.close();
+    if (stream)
+        std::filesystem::rename(unfinished, file, error);
+    const bool isKept = stream && !error;
+    if (!isKept)
+        std::filesystem::remove(unfinished, error);
+    return isKept;
+}
+
+std::string madeIconName(const std::string& drawing)
+{
+    const GLibPointer<> sum(g_compute_checksum_for_data(
+        G_CHECKSUM_SHA256, reinterpret_cast<const guchar*>(drawing.data()), drawing.size()));
+    return "perchly-" + std::string(sum.get()).substr(0, 20) + "-symbolic";
+}
+
+} // namespace desktop
