@@ -1,7 +1,7 @@
 #include "bookmarks/JsonWriter.h"
 
-#include <array>
-#include <charconv>
+#include "platform/foundation/Text.h"
+
 #include <cmath>
 #include <cstdint>
 #include <cstring>
@@ -85,9 +85,7 @@ void JsonWriter::value(double number)
         output_ += "-0.0"; // "-0" would be read as an integer, which has no sign at zero
         return;
     }
-    std::array<char, 32> digits {};
-    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    output_.append(digits.data(), end);
+    output_ += foundation::shortest(number);
 }
 
 void JsonWriter::value(bool flag)

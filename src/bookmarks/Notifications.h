@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/foundation/NotificationCenter.h"
+
 #include <string_view>
 
 /// Names on the default notification centre, posted without a payload.
@@ -10,5 +12,10 @@ inline constexpr std::string_view bookmarksDidChange = "BookmarksDidChange";
 
 /// Posted after the home page was saved or reset.
 inline constexpr std::string_view settingsDidChange = "SettingsDidChange";
+
+inline void postBookmarksDidChange()
+{
+    foundation::NotificationCenter::defaultCenter().post(bookmarksDidChange);
+}
 
 } // namespace perchly::notifications

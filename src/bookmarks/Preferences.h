@@ -8,4 +8,7 @@ namespace perchly::preferences {
 /// A text; absent and empty both mean that there is no home page.
 inline constexpr std::string_view homePageURL = "HomePageURL";
 
+/// Where icons of sites are asked for, in place of the service that the program was built with.
+inline constexpr std::string_view faviconServiceURL = "FaviconServiceURL";
+
 } // namespace perchly::preferences

@@ -19,6 +19,7 @@ std::shared_ptr<appkit::TextField> makeAddressField(const appkit::Action& action
     auto field = std::make_shared<appkit::TextField>();
     field->setSelectable(true);
     field->setPlaceholderString("Enter URL or select a bookmark");
+    field->setAccessibilityLabel("Address");
     field->setAction(action);
     field->setBezeled(true);
     field->setBordered(true);

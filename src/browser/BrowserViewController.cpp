@@ -3,12 +3,14 @@
 #include "bookmarks/Address.h"
 #include "bookmarks/Bookmark.h"
 #include "bookmarks/BookmarkManager.h"
-#include "bookmarks/DefaultUserAgent.h"
 #include "bookmarks/Notifications.h"
 #include "bookmarks/Preferences.h"
+#include "bookmarks/UserAgents.h"
 #include "platform/appkit/Alert.h"
 #include "platform/appkit/Button.h"
+#include "platform/appkit/KeyEquivalent.h"
 #include "platform/appkit/LayoutConstraint.h"
+#include "platform/appkit/Window.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/FatalError.h"
 #include "platform/foundation/Text.h"
@@ -21,6 +23,7 @@ namespace perchly {
 namespace {
 
 constexpr foundation::Size defaultSize { 600, 700 };
+constexpr double minimumLength = 320;
 
 const Bookmark* firstBookmarkAt(std::string_view address)
 {
@@ -29,9 +32,14 @@ const Bookmark* firstBookmarkAt(std::string_view address)
     return found == bookmarks.end() ? nullptr : &*found;
 }
 
-void postBookmarksDidChange()
+/// Whichever edge was dragged, the window grows to the right and downwards.
+void resizeFromTopLeft(appkit::Window& window, foundation::Size contentSize)
 {
-    foundation::NotificationCenter::defaultCenter().post(notifications::bookmarksDidChange);
+    const auto before = window.frame();
+    const auto top = before.origin.y + before.size.height;
+    window.setContentSize(contentSize);
+    const auto size = window.frame().size;
+    window.setFrame({ { before.origin.x, top - size.height }, size });
 }
 
 } // namespace
@@ -42,6 +50,7 @@ void BrowserViewController::loadView()
     auto root = std::make_shared<appkit::View>(foundation::Rect { {}, defaultSize });
     setupWebView(*root);
     setupToolbar(*root);
+    setupResizeAreas(*root);
     setView(std::move(root));
 }
 
@@ -49,7 +58,7 @@ void BrowserViewController::setupWebView(appkit::View& root)
 {
     webView_ = std::make_shared<webkit::WebView>(
         webkit::WebViewConfiguration { webkit::WebsiteDataStore::defaultDataStore() });
-    webView_->setCustomUserAgent(defaultUserAgent);
+    webView_->setCustomUserAgent(agents::systemDefault);
     webView_->setNavigationDelegate(weak_from_this());
     webView_->setUIDelegate(weak_from_this());
     webView_->setTranslatesAutoresizingMaskIntoConstraints(false);
@@ -89,8 +98,35 @@ void BrowserViewController::setupToolbar(appkit::View& root)
             .urlTextFieldAction = { "urlTextFieldAction", self, &Self::urlTextFieldAction },
         });
     toolbar_->urlTextField->setDelegate(self);
+    const appkit::Action selectAddress { "selectAddress", self, &Self::selectAddress };
+    root.addKeyEquivalent({ .character = U'l', .withCommand = true }, selectAddress);
+    root.addKeyEquivalent({ .character = appkit::KeyEquivalent::f6, .withCommand = false }, selectAddress);
     updateNavigationButtons();
     updateBookmarkButtons();
+}
+
+void BrowserViewController::setupResizeAreas(appkit::View& root)
+{
+    resizeAreas_.emplace(root, [weak = weak_from_this()](double deltaWidth, double deltaHeight) {
+        if (const auto self = weak.lock())
+            self->resizeBy(deltaWidth, deltaHeight);
+    });
+}
+
+void BrowserViewController::resizeBy(double deltaWidth, double deltaHeight)
+{
+    foundation::assertMainThread();
+    const auto current = view()->frame().size;
+    const foundation::Size size { std::max(current.width + deltaWidth, minimumLength),
+        std::max(current.height + deltaHeight, minimumLength) };
+    if (size == preferredContentSize())
+        return;
+    setPreferredContentSize(size);
+    if (const auto window = view()->window(); window && window->className().find("Popover") == std::string::npos)
+        resizeFromTopLeft(*window, size);
+    if (const auto delegate = delegate_.lock())
+        delegate->browserDidResize(*this, size.width, size.height);
+    view()->setFrameSize(size);
 }
 
 void BrowserViewController::loadURLString(std::string_view text, CurrentBookmark currentBookmark)
@@ -132,7 +168,7 @@ void BrowserViewController::loadBookmark(const Bookmark& bookmark)
         setPreferredContentSize(size);
         view()->setFrameSize(size);
     }
-    webView_->setCustomUserAgent(bookmark.userAgent ? std::string_view(*bookmark.userAgent) : defaultUserAgent);
+    webView_->setCustomUserAgent(bookmark.userAgent ? std::string_view(*bookmark.userAgent) : agents::systemDefault);
     currentBookmarkId_ = bookmark.id;
 
     // Copies, because loading sets the fields they come from.
@@ -155,6 +191,15 @@ std::string BrowserViewController::pageAddress() const
 {
     const auto url = webView_ ? webView_->url() : std::nullopt;
     return url ? url->absoluteString() : std::string {};
+}
+
+void BrowserViewController::silence()
+{
+    foundation::assertMainThread();
+    if (!webView_)
+        return;
+    webView_->stopLoading();
+    webView_->pauseAllMediaPlayback();
 }
 
 void BrowserViewController::goBack()
@@ -190,6 +235,12 @@ void BrowserViewController::loadHomePage()
     const auto homePage = foundation::UserDefaults::standard().stringForKey(preferences::homePageURL);
     if (homePage && !homePage->empty())
         loadURLString(*homePage, CurrentBookmark::Clear);
+}
+
+void BrowserViewController::selectAddress()
+{
+    foundation::assertMainThread();
+    toolbar_->urlTextField->selectText();
 }
 
 void BrowserViewController::urlTextFieldAction()
@@ -275,7 +326,7 @@ void BrowserViewController::toggleForPage(bool Bookmark::*flag)
         store.addBookmark(added);
     }
     updateBookmarkButtons();
-    postBookmarksDidChange();
+    notifications::postBookmarksDidChange();
 }
 
 void BrowserViewController::toggleCurrentPagePin()
@@ -295,7 +346,7 @@ void BrowserViewController::addCurrentPageToBookmarks()
         return;
     const auto added = makeBookmarkForPage();
     BookmarkManager::shared().addBookmark(added);
-    postBookmarksDidChange();
+    notifications::postBookmarksDidChange();
     updateBookmarkButtons();
 
     appkit::Alert alert;

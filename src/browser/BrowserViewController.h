@@ -1,6 +1,7 @@
 #pragma once
 
 #include "browser/BrowserToolbar.h"
+#include "browser/ResizeAreas.h"
 #include "platform/appkit/TextField.h"
 #include "platform/appkit/ViewController.h"
 #include "platform/foundation/NotificationCenter.h"
@@ -50,6 +51,9 @@ public:
     /// Loads the home page of the preferences where there is one.
     void loadHomePage();
 
+    /// Stops the loading and pauses what plays; for a browser that goes out of sight. The page stays.
+    void silence();
+
     void goBack();
     void goForward();
     void goHome();
@@ -58,6 +62,7 @@ public:
     void toggleCurrentPagePin();
     void toggleCurrentPageMenuBar();
     void addCurrentPageToBookmarks();
+    void selectAddress();
 
     void updateNavigationButtons();
     void updateBookmarkButtons();
@@ -66,6 +71,13 @@ public:
     [[nodiscard]] const std::shared_ptr<webkit::WebView>& webView() const { return webView_; }
     /// Only once the view is loaded.
     [[nodiscard]] const BrowserToolbar& toolbar() const { return *toolbar_; }
+
+    /// Makes the browser larger or smaller, though never smaller than 320 points in either direction, and with it the
+    /// window that it stands in, unless that is the popover's, which is the delegate's to resize. Deltas in points.
+    void resizeBy(double deltaWidth, double deltaHeight);
+
+    /// Only once the view is loaded.
+    [[nodiscard]] const ResizeAreas& resizeAreas() const { return *resizeAreas_; }
 
     /// The bookmark that this view is showing; none for a free page.
     [[nodiscard]] const std::optional<std::string>& currentBookmarkId() const { return currentBookmarkId_; }
@@ -85,6 +97,7 @@ protected:
 private:
     void setupWebView(appkit::View& root);
     void setupToolbar(appkit::View& root);
+    void setupResizeAreas(appkit::View& root);
     void showBlankPage();
     void navigateToEnteredAddress();
     void refreshAfterNavigation();
@@ -96,6 +109,7 @@ private:
     std::weak_ptr<BrowserViewControllerDelegate> delegate_;
     std::shared_ptr<webkit::WebView> webView_;
     std::optional<BrowserToolbar> toolbar_;
+    std::optional<ResizeAreas> resizeAreas_;
     std::optional<std::string> originalURL_;
     std::optional<std::string> lastVisitedURL_;
     std::optional<std::string> currentBookmarkId_;

@@ -2,8 +2,10 @@
 
 #include "bookmarks/Bookmark.h"
 #include "browser/BrowserViewController.h"
+#include "platform/appkit/Application.h"
 #include "platform/appkit/Popover.h"
 #include "platform/appkit/StatusBarButton.h"
+#include "platform/appkit/Window.h"
 
 namespace perchly {
 namespace {
@@ -55,27 +57,55 @@ void BrowserSurfaces::showInPopover(
     const std::shared_ptr<BrowserViewController>& browser, appkit::StatusBarButton* anchor)
 {
     // Where the popover stays open behind the menu, another browser may be in it still.
-    if (popover_->contentViewController() != browser)
-        silencePopover();
+    const auto before = browserInPopover();
+    if (before && before != browser)
+        before->silence();
     popover_->setContentViewController(browser);
     popover_->setContentSize(browser->preferredContentSize());
     if (anchor)
         popover_->show(anchor->bounds(), *anchor, appkit::RectEdge::MinY);
+    if (before && before != browser)
+        detachedWindows_.takeBack(before);
+    // The click that closes the popover opens nothing.
+    if (anchor && !popover_->isShown())
+        emptyClosedPopover();
+}
+
+void BrowserSurfaces::bringForward(appkit::Window& window)
+{
+    // The popover may have the window's browser.
+    if (popover_->isShown() && popover_->contentViewController() == window.contentViewController())
+        popover_->performClose();
+    window.makeKeyAndOrderFront();
+    appkit::Application::sharedApplication().activateIgnoringOtherApps();
+}
+
+void BrowserSurfaces::showInWindow(const Bookmark& bookmark)
+{
+    if (detachedWindows_.windowFor(bookmark))
+        return;
+    const auto browser = browserViewControllerForBookmark(&bookmark);
+    if (browser->showsBlankPage())
+        browser->loadBookmark(bookmark);
+    detachedWindows_.open(bookmark, browser);
+    appkit::Application::sharedApplication().activateIgnoringOtherApps();
+    if (popover_->isShown() && popover_->contentViewController() == browser)
+        popover_->performClose();
 }
 
 void BrowserSurfaces::emptyClosedPopover()
 {
-    silencePopover();
+    const auto browser = browserInPopover();
+    if (browser)
+        browser->silence();
     popover_->setContentViewController(nullptr);
+    if (browser)
+        detachedWindows_.takeBack(browser);
 }
 
-void BrowserSurfaces::silencePopover()
+std::shared_ptr<BrowserViewController> BrowserSurfaces::browserInPopover() const
 {
-    const auto browser = std::dynamic_pointer_cast<BrowserViewController>(popover_->contentViewController());
-    if (!browser)
-        return;
-    browser->webView()->stopLoading();
-    browser->webView()->pauseAllMediaPlayback();
+    return std::dynamic_pointer_cast<BrowserViewController>(popover_->contentViewController());
 }
 
 } // namespace perchly

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "statusbar/DetachedWindows.h"
+
 #include <map>
 #include <memory>
 #include <string>
@@ -8,6 +10,7 @@ namespace appkit {
 class Popover;
 class PopoverDelegate;
 class StatusBarButton;
+class Window;
 } // namespace appkit
 
 namespace perchly {
@@ -17,7 +20,7 @@ class BrowserViewController;
 class BrowserViewControllerDelegate;
 
 /// The browsers and where they are shown: one browser for each bookmark that was ever opened, one for the home page,
-/// and the one popover. Browsers, once made, live as long as this.
+/// the one popover, and the windows of their own that some have. Browsers, once made, live as long as this.
 class BrowserSurfaces {
 public:
     BrowserSurfaces(std::weak_ptr<appkit::PopoverDelegate> popoverDelegate,
@@ -39,17 +42,27 @@ public:
     /// popover only takes the browser.
     void showInPopover(const std::shared_ptr<BrowserViewController>& browser, appkit::StatusBarButton* anchor);
 
+    /// Brings a window to the front with the bookmark's browser, out of the popover if it is there. Nothing where the
+    /// bookmark has a window.
+    void showInWindow(const Bookmark& bookmark);
+
+    /// Gives a bookmark's window the keyboard, and its browser, wherever that is.
+    void bringForward(appkit::Window& window);
+
+    [[nodiscard]] DetachedWindows& detachedWindows() { return detachedWindows_; }
+
     /// Silences the page that the popover showed and takes it out; the browser is kept with its page.
     void emptyClosedPopover();
 
 private:
     [[nodiscard]] std::shared_ptr<BrowserViewController> makeBrowser() const;
-    void silencePopover();
+    [[nodiscard]] std::shared_ptr<BrowserViewController> browserInPopover() const;
 
     std::weak_ptr<BrowserViewControllerDelegate> browserDelegate_;
     std::unique_ptr<appkit::Popover> popover_;
     std::map<std::string, std::shared_ptr<BrowserViewController>, std::less<>> browserViewControllers_;
     std::shared_ptr<BrowserViewController> generalBrowserViewController_;
+    DetachedWindows detachedWindows_;
 };
 
 } // namespace perchly

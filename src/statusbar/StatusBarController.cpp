@@ -14,13 +14,19 @@
 #include "platform/appkit/StatusItem.h"
 #include "platform/appkit/Window.h"
 #include "platform/appkit/Workspace.h"
+#include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/FatalError.h"
 #include "platform/foundation/Log.h"
+#include "platform/foundation/Text.h"
 #include "platform/foundation/UserDefaults.h"
 #include "statusbar/StatusMenu.h"
 
+#include <algorithm>
+
 namespace perchly {
 namespace {
+
+constexpr std::chrono::milliseconds saveDelay { 500 };
 
 void openInDefaultBrowser(std::string_view address)
 {
@@ -133,10 +139,37 @@ void StatusBarController::pinnedBookmarkClicked(appkit::MenuItem& sender)
     appkit::Application::sharedApplication().activateIgnoringOtherApps();
     if (bookmark->openInSystemBrowser)
         return openInDefaultBrowser(addressWithScheme(bookmark->url));
-    const auto browser = surfaces_->browserViewControllerForBookmark(bookmark);
-    if (bookmark->shouldReloadOnOpen || browser->showsBlankPage())
-        browser->loadBookmark(*bookmark);
-    surfaces_->showInPopover(browser, statusItem_->button().get());
+    openInPopover(*bookmark, statusItem_->button().get());
+}
+
+void StatusBarController::openInPopover(const Bookmark& bookmark, appkit::StatusBarButton* anchor)
+{
+    const auto browser = surfaces_->browserViewControllerForBookmark(&bookmark);
+    if (bookmark.shouldReloadOnOpen || browser->showsBlankPage())
+        browser->loadBookmark(bookmark);
+    surfaces_->showInPopover(browser, anchor);
+}
+
+void StatusBarController::openPinnedBookmark(const Bookmark& bookmark, appkit::StatusBarButton& anchorButton)
+{
+    foundation::assertMainThread();
+    if (const auto window = surfaces_->detachedWindows().windowFor(bookmark))
+        return surfaces_->bringForward(*window);
+    if (bookmark.prefersDetached)
+        return openDetachedWindow(bookmark);
+    openInPopover(bookmark, &anchorButton);
+}
+
+void StatusBarController::openDetachedWindow(const Bookmark& bookmark)
+{
+    foundation::assertMainThread();
+    surfaces_->showInWindow(bookmark);
+}
+
+void StatusBarController::updateWindowLevel(const Bookmark& bookmark)
+{
+    foundation::assertMainThread();
+    surfaces_->detachedWindows().updateLevel(bookmark);
 }
 
 void StatusBarController::openInSystemBrowserClicked(appkit::MenuItem& sender)
@@ -186,10 +219,34 @@ void StatusBarController::popoverDidClose()
     surfaces_->emptyClosedPopover();
 }
 
-void StatusBarController::browserDidResize(BrowserViewController& /*controller*/, double width, double height)
+void StatusBarController::browserDidResize(BrowserViewController& controller, double width, double height)
 {
     foundation::assertMainThread();
     surfaces_->popover().setContentSize({ width, height });
+    // A timer for all browsers: the end of the last drag is what counts.
+    const auto save = [weak = weak_from_this(), browser = controller.shared_from_this(), width, height] {
+        if (const auto self = weak.lock())
+            self->saveBrowserSize(*browser, width, height);
+    };
+    saveTimer_ = foundation::Timer::scheduledTimer(saveDelay, [save] { foundation::dispatchMainAsync(save); });
+}
+
+void StatusBarController::saveBrowserSize(const BrowserViewController& controller, double width, double height)
+{
+    foundation::assertMainThread();
+    const auto& id = controller.currentBookmarkId();
+    if (!id)
+        return;
+    auto& store = BookmarkManager::shared();
+    const auto found = std::ranges::find(store.bookmarks(), *id, &Bookmark::id);
+    if (found == store.bookmarks().end())
+        return;
+    auto resized = *found;
+    resized.preferredWidth = width;
+    resized.preferredHeight = height;
+    store.updateBookmark(resized);
+    foundation::log(
+        "DEBUG: Saved debounced size for " + resized.title + ": " + foundation::description({ width, height }));
 }
 
 } // namespace perchly

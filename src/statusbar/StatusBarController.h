@@ -1,8 +1,10 @@
 #pragma once
 
 #include "browser/BrowserViewController.h"
+#include "pinned/PinnedBookmarkManagerDelegate.h"
 #include "platform/appkit/Popover.h"
 #include "platform/foundation/NotificationCenter.h"
+#include "platform/foundation/Timer.h"
 #include "statusbar/BrowserSurfaces.h"
 
 #include <memory>
@@ -10,6 +12,7 @@
 
 namespace appkit {
 class MenuItem;
+class StatusBarButton;
 class StatusItem;
 } // namespace appkit
 
@@ -18,6 +21,7 @@ namespace perchly {
 /// Owns everything that the user sees: the main status item with its menu, and the browsers. Main thread.
 class StatusBarController : public appkit::PopoverDelegate,
                             public BrowserViewControllerDelegate,
+                            public PinnedBookmarkManagerDelegate,
                             public std::enable_shared_from_this<StatusBarController> {
 public:
     [[nodiscard]] static std::shared_ptr<StatusBarController> create();
@@ -36,6 +40,16 @@ public:
     /// Shows the bookmark's browser under the main status item as it is, without a reload.
     void showBookmarkInPopover(const Bookmark& bookmark);
 
+    /// The click on a bookmark's own item: brings its window forward, or opens one if the bookmark prefers that, or
+    /// else shows its browser in the popover under that item.
+    void openPinnedBookmark(const Bookmark& bookmark, appkit::StatusBarButton& anchorButton) override;
+
+    /// Moves the bookmark's browser into a window of its own, unless it has one.
+    void openDetachedWindow(const Bookmark& bookmark) override;
+
+    /// Lets the bookmark's window, if it is open, float or not as the bookmark says now.
+    void updateWindowLevel(const Bookmark& bookmark) override;
+
     [[nodiscard]] const std::shared_ptr<appkit::StatusItem>& statusItem() const { return statusItem_; }
     [[nodiscard]] BrowserSurfaces& surfaces() { return *surfaces_; }
 
@@ -47,11 +61,14 @@ private:
     void start();
     void setupStatusItem();
     std::shared_ptr<BrowserViewController> showGeneralBrowser();
+    void openInPopover(const Bookmark& bookmark, appkit::StatusBarButton* anchor);
+    void saveBrowserSize(const BrowserViewController& controller, double width, double height);
     void bookmarksDidChange();
     void settingsDidChange();
 
     std::shared_ptr<appkit::StatusItem> statusItem_;
     std::optional<BrowserSurfaces> surfaces_;
+    std::unique_ptr<foundation::Timer> saveTimer_;
     foundation::ObservationToken settingsObservation_;
     foundation::ObservationToken bookmarksObservation_;
 };
