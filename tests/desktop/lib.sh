@@ -12,6 +12,7 @@ program=$build_dir/perchly
 log=$PERCHLY_DESKTOP/perchly.log
 request_log=$PERCHLY_DESKTOP/requests.log
 started=() # ended with the test
+scale=${GDK_SCALE:-1}
 
 # --- The frame of a test --------------------------------------------------------------------------------------
 
@@ -204,15 +205,28 @@ screenshot() {
     import -silent -window root "$1"
 }
 
-# Rectangle of the panel that the window manager knows: WIDTHxHEIGHT+X+Y.
+# picture NAME: keeps a picture of the screen for people to look at.
+picture() {
+    mkdir -p "$build_dir/desktop-tests"
+    screenshot "$build_dir/desktop-tests/$(basename "$0" .test)-$1.png"
+}
+
+# Sets MONITOR_X, MONITOR_WIDTH and MONITOR_HEIGHT of the monitor that has the panel.
+locate_monitor() {
+    local size=${PERCHLY_DESKTOP_SCREEN:-1280x800}
+    MONITOR_X=0 MONITOR_WIDTH=${size%x*} MONITOR_HEIGHT=${size#*x}
+    [[ ${PERCHLY_DESKTOP_MONITORS:-one} != right ]] || MONITOR_X=$MONITOR_WIDTH
+}
+
+# Rectangle of the panel: WIDTHxHEIGHT+X+Y.
 panel_rectangle() {
-    local width=${PERCHLY_DESKTOP_SCREEN:-1280x800} height
-    height=${width#*x} width=${width%x*}
+    local thickness=$((30 * scale))
+    locate_monitor
     case ${PERCHLY_DESKTOP_PANEL:-top} in
-        bottom) echo "${width}x30+0+$((height - 30))" ;;
-        left) echo "30x${height}+0+0" ;;
-        right) echo "30x${height}+$((width - 30))+0" ;;
-        *) echo "${width}x30+0+0" ;;
+        bottom) echo "${MONITOR_WIDTH}x$thickness+$MONITOR_X+$((MONITOR_HEIGHT - thickness))" ;;
+        left) echo "${thickness}x$MONITOR_HEIGHT+$MONITOR_X+0" ;;
+        right) echo "${thickness}x$MONITOR_HEIGHT+$((MONITOR_X + MONITOR_WIDTH - thickness))+0" ;;
+        *) echo "${MONITOR_WIDTH}x$thickness+$MONITOR_X+0" ;;
     esac
 }
 
@@ -222,7 +236,13 @@ picture_of_panel() {
 
 # Remembers the panel as it is without Perchly; find_icon looks for what has come since.
 remember_empty_panel() {
+    require "the panel is painted" wait_for 5 has_empty_panel
+}
+
+# The panel has one colour, the background behind it many.
+has_empty_panel() {
     picture_of_panel "$PERCHLY_DESKTOP/panel-empty.png"
+    [[ $(convert "$PERCHLY_DESKTOP/panel-empty.png" -format %k info:) == 1 ]]
 }
 
 # Sets ICON_X and ICON_Y to the middle of what is new in the panel; fails when nothing is, or when it has moved since
@@ -248,20 +268,24 @@ find_icon() {
 # --- The popover's inside -------------------------------------------------------------------------------------
 
 # The content of a browser that nobody has resized, and the toolbar on top of it.
-content_width=600
-content_height=700
-toolbar_height=40
+content_width=$((600 * scale))
+content_height=$((700 * scale))
+toolbar_height=$((40 * scale))
 
 # Sets LEFT and TOP to the content's corner. Around it the window has an equal margin for the shadow, except on
 # the panel's side, where the arrow is.
 locate_content() {
     local margin
     locate_popover || return 1
-    margin=$(((WIDTH - content_width) / 2))
-    LEFT=$((X + margin))
     case ${PERCHLY_DESKTOP_PANEL:-top} in
-        bottom) TOP=$((Y + margin)) ;;
-        *) TOP=$((Y + HEIGHT - margin - content_height)) ;;
+        left | right) margin=$(((HEIGHT - content_height) / 2)) ;;
+        *) margin=$(((WIDTH - content_width) / 2)) ;;
+    esac
+    LEFT=$((X + margin))
+    TOP=$((Y + margin))
+    case ${PERCHLY_DESKTOP_PANEL:-top} in
+        top) TOP=$((Y + HEIGHT - margin - content_height)) ;;
+        left) LEFT=$((X + WIDTH - margin - content_width)) ;;
     esac
 }
 
@@ -274,7 +298,22 @@ open_browser_in_panel() {
 
 choose_first_row() {
     eval "$(xdotool getwindowgeometry --shell "$(panel_menu_window)")"
-    click_at $((X + 60)) $((Y + 20))
+    click_at $((X + 60 * scale)) $((Y + 20 * scale))
+}
+
+# What every place of the panel is tried with: Open Browser, by the icon, and a look at where the popover is then.
+# $1 names the picture.
+check_popover_at_icon() {
+    require "the icon is in the panel" wait_for 5 find_icon
+    click_at "$ICON_X" "$ICON_Y"
+    require "the menu opens" wait_for 5 has_panel_menu
+    # By keys, because Perchly looks where the pointer is when the menu opens; a hand is slower than xdotool.
+    xdotool key Down Return
+    require "the popover opens" wait_for 10 has_popover
+    require "with the home page" wait_for 10 page_looks blue
+    check "it is on its monitor, beside the panel" popover_is_on_monitor
+    check "its arrow points at the icon" arrow_points_at_icon
+    picture "$1"
 }
 
 type_address() {
@@ -301,16 +340,81 @@ page_does_not_look() {
     ! page_looks "$1"
 }
 
-# Whether the popover's near edge is at the panel's, and the icon is over its width.
-popover_is_at_icon() {
-    locate_popover || return 1
-    local distance
+# The strip between the popover's box and the panel: white where it has the box's colour, turned so that the panel is
+# on top. Sets STRIP_X and STRIP_Y to where on the screen it begins.
+arrow_length=$((10 * scale))
+picture_of_arrow() {
+    local area=${WIDTH}x$arrow_length colour turn=()
+    # What is off the screen is in no picture.
+    STRIP_X=$((X > 0 ? X : 0)) STRIP_Y=$((Y > 0 ? Y : 0))
     case ${PERCHLY_DESKTOP_PANEL:-top} in
-        bottom) distance=$((ICON_Y - (Y + HEIGHT))) ;;
-        *) distance=$((Y - ICON_Y)) ;;
+        bottom) STRIP_Y=$((Y + HEIGHT - arrow_length)) turn=(-flip) ;;
+        left) area=${arrow_length}x$HEIGHT turn=(-transpose) ;;
+        right) area=${arrow_length}x$HEIGHT STRIP_X=$((X + WIDTH - arrow_length)) turn=(-flop -transpose) ;;
     esac
-    echo "popover ${WIDTH}x$HEIGHT+$X+$Y, icon $ICON_X,$ICON_Y"
-    ((distance >= 0 && distance <= 40 && X <= ICON_X && ICON_X <= X + WIDTH))
+    colour=$(import -silent -window root -crop "1x1+$((LEFT + 4 * scale))+$((TOP + toolbar_height / 2))" -depth 8 rgb:- |
+        od -An -tx1 | tr -d ' ')
+    import -silent -window root -crop "$area+$STRIP_X+$STRIP_Y" +repage png:- |
+        convert - "${turn[@]}" +repage -alpha off -fuzz 4% -fill black +opaque "#$colour" -fuzz 0 -fill white +opaque black "$1"
+}
+
+# white_in FILE ROWS FROM: prints how wide the white is in so many rows from that one on, and where it begins.
+white_in() {
+    convert "$1" -crop "x$2+0+$3" +repage -bordercolor black -border 1 -trim -format '%w %X' info: 2>/dev/null
+}
+
+# Sets ARROW_X and ARROW_Y to the tip of the popover's arrow; fails unless there is something that grows from a tip.
+find_arrow() {
+    local strip=$PERCHLY_DESKTOP/arrow.png tip_width tip_start foot_width along
+    locate_content || return 1
+    picture_of_arrow "$strip"
+    read -r tip_width tip_start < <(white_in "$strip" $((4 * scale)) 0)
+    read -r foot_width _ < <(white_in "$strip" $((2 * scale)) $((8 * scale)))
+    ((tip_start > 0 && tip_width <= 8 * scale && foot_width >= 14 * scale)) || return 1
+    along=$((tip_start - 1 + tip_width / 2))
+    ARROW_X=$STRIP_X ARROW_Y=$STRIP_Y
+    case ${PERCHLY_DESKTOP_PANEL:-top} in
+        bottom) ARROW_X=$((STRIP_X + along)) ARROW_Y=$((STRIP_Y + arrow_length)) ;;
+        left) ARROW_Y=$((STRIP_Y + along)) ;;
+        right) ARROW_X=$((STRIP_X + arrow_length)) ARROW_Y=$((STRIP_Y + along)) ;;
+        *) ARROW_X=$((STRIP_X + along)) ;;
+    esac
+}
+
+# Whether the arrow's tip is at the panel's edge, and no farther from the icon's middle than the corner of the screen
+# makes it.
+arrow_points_at_icon() {
+    local along across
+    find_arrow || return 1
+    case ${PERCHLY_DESKTOP_PANEL:-top} in
+        left | right) along=$((ARROW_Y - ICON_Y)) across=$((ARROW_X - ICON_X)) ;;
+        *) along=$((ARROW_X - ICON_X)) across=$((ARROW_Y - ICON_Y)) ;;
+    esac
+    echo "arrow $ARROW_X,$ARROW_Y, icon $ICON_X,$ICON_Y"
+    ((${along#-} <= 3 * scale && ${across#-} >= 11 * scale && ${across#-} <= 20 * scale))
+}
+
+# Whether all of the popover's box is on its icon's monitor and off the panel.
+popover_is_on_monitor() {
+    local left top right bottom
+    locate_content || return 1
+    locate_monitor
+    left=$MONITOR_X top=0 right=$((MONITOR_X + MONITOR_WIDTH)) bottom=$MONITOR_HEIGHT
+    case ${PERCHLY_DESKTOP_PANEL:-top} in
+        bottom) bottom=$((bottom - 30 * scale)) ;;
+        left) left=$((left + 30 * scale)) ;;
+        right) right=$((right - 30 * scale)) ;;
+        *) top=$((30 * scale)) ;;
+    esac
+    echo "content ${content_width}x$content_height+$LEFT+$TOP, room $left,$top to $right,$bottom"
+    ((LEFT > left && TOP > top && LEFT + content_width < right && TOP + content_height < bottom))
+}
+
+# --- Accessibility, on a desktop that has it -------------------------------------------------------------------
+
+# Every object on the screen, or with "focus" the one with the keyboard: ROLE|NAME|STATES|TEXT.
+read_accessibility() {
+    "$tests_root/tests/desktop/accessibility.py" "$@"
 }
 
 # --- Pages ----------------------------------------------------------------------------------------------------

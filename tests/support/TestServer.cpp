@@ -98,22 +98,30 @@ std::optional<Request> parseHead(std::string_view head)
     }
 }
 
-void sendAll(int connection, std::string_view text)
+/// False when the browser went away, as browsers do.
+bool sendAll(int connection, std::string_view text)
 {
     while (!text.empty()) {
         const auto count = ::send(connection, text.data(), text.size(), MSG_NOSIGNAL);
         if (count <= 0)
-            return; // the browser went away, as browsers do
+            return false;
         text.remove_prefix(static_cast<std::size_t>(count));
     }
+    return true;
 }
 
 std::string headOf(const Response& response)
 {
     auto head = "HTTP/1.1 " + std::to_string(response.status) + ' ' + reasonFor(response.status) + "\r\n";
     head += "Content-Type: " + response.contentType + "\r\n";
-    head += "Content-Length: " + std::to_string(response.body.size()) + "\r\n";
-    head += "Cache-Control: no-store\r\nConnection: close\r\n";
+    const auto hasOwn = [&](std::string_view name) {
+        return std::ranges::any_of(response.headers, [name](const auto& header) { return header.first == name; });
+    };
+    if (!response.isEndless && !hasOwn("Content-Length"))
+        head += "Content-Length: " + std::to_string(response.body.size()) + "\r\n";
+    if (!hasOwn("Cache-Control"))
+        head += "Cache-Control: no-store\r\n";
+    head += "Connection: close\r\n";
     for (const auto& [name, value] : response.headers)
         head.append(name).append(": ").append(value).append("\r\n");
     return head + "\r\n";
@@ -307,6 +315,10 @@ void TestServer::respond(int connection, const Request& request, const Response&
     sendAll(connection, headOf(response));
     if (request.method == "HEAD")
         return;
+    while (response.isEndless) {
+        if (!sendAll(connection, response.body))
+            return;
+    }
     const auto body = std::string_view(response.body);
     const auto before = response.hold == Hold::InBody ? body.size() / 2 : body.size();
     sendAll(connection, body.substr(0, before));

@@ -28,13 +28,15 @@ struct Request {
 /// When a response stops until the test lets it go on.
 enum class Hold { Never, BeforeHead, InBody };
 
-/// What the server answers.
+/// What the server answers. Headers "Content-Length" and "Cache-Control" (by default: not to be kept) of its own take
+/// the usual ones' places.
 struct Response {
     int status = 200;
     std::string body {}; // the braces let a test name only the fields it means
     std::string contentType = "text/html; charset=utf-8";
     std::vector<std::pair<std::string, std::string>> headers {};
     Hold hold = Hold::Never;
+    bool isEndless = false; // the body again and again, of no stated length, until the client leaves
 };
 
 /// A web server for one test, on 127.0.0.1 and a free port, with a thread for each connection.

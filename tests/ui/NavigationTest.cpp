@@ -1,5 +1,5 @@
-#include "bookmarks/DefaultUserAgent.h"
 #include "bookmarks/Preferences.h"
+#include "bookmarks/UserAgents.h"
 #include "platform/foundation/UserDefaults.h"
 #include "ui/BrowserTest.h"
 
@@ -171,7 +171,7 @@ TEST_F(NavigationTest, ABookmarkIsShownAtItsSizeOr600By700)
 
 TEST_F(NavigationTest, APageIsAskedForUnderTheBookmarksUserAgent)
 {
-    EXPECT_EQ(browser->webView()->customUserAgent(), perchly::defaultUserAgent);
+    EXPECT_EQ(browser->webView()->customUserAgent(), perchly::agents::systemDefault);
     auto bookmark = bookmarkFor("/");
     bookmark.userAgent = "Test/1.0";
 
@@ -182,7 +182,7 @@ TEST_F(NavigationTest, APageIsAskedForUnderTheBookmarksUserAgent)
     open("/second");
     EXPECT_EQ(lastRequest("/second").header("User-Agent"), "Test/1.0");
     browser->loadBookmark(bookmarkFor("/"));
-    EXPECT_EQ(browser->webView()->customUserAgent(), perchly::defaultUserAgent);
+    EXPECT_EQ(browser->webView()->customUserAgent(), perchly::agents::systemDefault);
 }
 
 TEST_F(NavigationTest, ATypedAddressMakesTheViewAFreePage)

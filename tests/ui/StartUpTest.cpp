@@ -1,8 +1,11 @@
 #include "app/AppDelegate.h"
+#include "bookmarks/Preferences.h"
 #include "platform/appkit/Menu.h"
 #include "platform/appkit/StatusItem.h"
+#include "platform/foundation/UserDefaults.h"
 #include "statusbar/StatusBarController.h"
 #include "support/MainLoop.h"
+#include "support/TestServer.h"
 #include "support/UserFolders.h"
 
 #include <gmock/gmock.h>
@@ -14,7 +17,13 @@ using testing::ElementsAre;
 
 class StartUpTest : public testing::Test {
 protected:
+    StartUpTest()
+    {
+        foundation::UserDefaults::standard().setString(server.url(""), perchly::preferences::faviconServiceURL);
+    }
+
     perchly::test::UserFolders folders;
+    perchly::test::TestServer server; // of sites' icons
     std::shared_ptr<perchly::AppDelegate> delegate = std::make_shared<perchly::AppDelegate>();
     appkit::Application& application = appkit::Application::sharedApplication();
 };

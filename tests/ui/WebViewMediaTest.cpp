@@ -1,24 +1,11 @@
-#include "ui/SilentSound.h"
-#include "ui/WebViewTest.h"
+#include "ui/MediaTest.h"
 
 namespace {
 
-using perchly::test::silentSound;
-using perchly::test::TestServer;
 using perchly::test::waitUntil;
 
-/// Plays something, muted because nobody has touched the page, and tells how it goes.
-class WebViewMediaTest : public WebViewTest {
+class WebViewMediaTest : public MediaTest {
 protected:
-    WebViewMediaTest()
-    {
-        for (auto* host : { &server, &elsewhere })
-            host->serve("/sound.wav", { .body = silentSound(), .contentType = "audio/wav" });
-    }
-
-    static constexpr auto inDocument
-        = "<audio id=player src=/sound.wav muted loop></audio>"
-          "<script>const player = document.getElementById('player'); player.play()</script>";
     static constexpr auto inNoDocument = "<script>const player = new Audio('/sound.wav');"
                                          "player.muted = player.loop = true; player.play()</script>";
     static constexpr auto inHiddenTree
@@ -26,15 +13,6 @@ protected:
           "const root = document.getElementById('host').attachShadow({ mode: 'closed' });"
           "root.innerHTML = '<audio src=/sound.wav muted loop></audio>';"
           "const player = root.firstChild; player.play()</script>";
-
-    void openPlaying(const std::string& html)
-    {
-        server.servePage("/media", html);
-        open("/media");
-        ASSERT_TRUE(waitForValue("String(!player.paused)", "true"));
-    }
-
-    TestServer elsewhere;
 };
 
 TEST_F(WebViewMediaTest, SilenceComesToWhatPlaysInThePage)
@@ -43,7 +21,7 @@ TEST_F(WebViewMediaTest, SilenceComesToWhatPlaysInThePage)
 
     webView->pauseAllMediaPlayback();
 
-    EXPECT_TRUE(waitForValue("String(player.paused)", "true"));
+    EXPECT_TRUE(comesToSilence());
 }
 
 TEST_F(WebViewMediaTest, SilenceComesToWhatIsInNoDocument)
@@ -52,7 +30,7 @@ TEST_F(WebViewMediaTest, SilenceComesToWhatIsInNoDocument)
 
     webView->pauseAllMediaPlayback();
 
-    EXPECT_TRUE(waitForValue("String(player.paused)", "true"));
+    EXPECT_TRUE(comesToSilence());
 }
 
 TEST_F(WebViewMediaTest, SilenceComesToWhatAPageHidesFromItsOwnScripts)
@@ -61,14 +39,12 @@ TEST_F(WebViewMediaTest, SilenceComesToWhatAPageHidesFromItsOwnScripts)
 
     webView->pauseAllMediaPlayback();
 
-    EXPECT_TRUE(waitForValue("String(player.paused)", "true"));
+    EXPECT_TRUE(comesToSilence());
 }
 
 TEST_F(WebViewMediaTest, SilenceComesToAFrameOfAnotherSite)
 {
-    elsewhere.servePage("/frame",
-        "<audio id=player src=/sound.wav muted loop></audio><script>const player = document.getElementById('player');"
-        "player.onplay = () => fetch('/playing'); player.onpause = () => fetch('/paused'); player.play()</script>");
+    elsewhere.servePage("/frame", telling);
     server.servePage("/media", "<iframe allow=autoplay src='" + elsewhere.url("/frame") + "'></iframe>");
     open("/media");
     ASSERT_TRUE(waitUntil([&] { return elsewhere.requestCount("/playing") > 0; }));
@@ -84,7 +60,7 @@ TEST_F(WebViewMediaTest, SilencedMediaMayBePlayedAgainAndSilencedAgain)
     openPlaying(inDocument);
     for (int round = 0; round < 2; ++round) {
         webView->pauseAllMediaPlayback();
-        ASSERT_TRUE(waitForValue("String(player.paused)", "true"));
+        ASSERT_TRUE(comesToSilence());
         ASSERT_TRUE(waitForValue("player.play(); String(!player.paused)", "true"));
     }
 }
@@ -99,7 +75,7 @@ TEST_F(WebViewMediaTest, FramesThatCameAndWentDoNotHinderSilence)
 
     webView->pauseAllMediaPlayback();
 
-    EXPECT_TRUE(waitForValue("String(player.paused)", "true"));
+    EXPECT_TRUE(comesToSilence());
 }
 
 } // namespace

@@ -1,0 +1,84 @@
+#include "platform/foundation/Character.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using foundation::uppercasedFirstCharacter;
+
+TEST(CharacterTest, TheFirstLetterIsPutInUpperCase)
+{
+    EXPECT_EQ(uppercasedFirstCharacter("perchly"), "P");
+    EXPECT_EQ(uppercasedFirstCharacter("Perchly"), "P");
+    EXPECT_EQ(uppercasedFirstCharacter("p"), "P");
+    EXPECT_EQ(uppercasedFirstCharacter("élan"), "É");
+    EXPECT_EQ(uppercasedFirstCharacter("жук"), "Ж");
+    EXPECT_EQ(uppercasedFirstCharacter("ωmega"), "Ω");
+}
+
+TEST(CharacterTest, AnEmptyTextHasNone)
+{
+    EXPECT_EQ(uppercasedFirstCharacter(""), "");
+}
+
+TEST(CharacterTest, WhatHasNoUpperCaseStaysAsItIs)
+{
+    for (const auto* text : { "7", " ", "日", "ا", "#", "€" })
+        EXPECT_EQ(uppercasedFirstCharacter(std::string(text) + "x"), text);
+}
+
+TEST(CharacterTest, UpperCaseMayBeLonger)
+{
+    EXPECT_EQ(uppercasedFirstCharacter("ßtraße"), "SS");
+    EXPECT_EQ(uppercasedFirstCharacter("ﬁn"), "FI");
+}
+
+TEST(CharacterTest, CombiningMarksBelongToTheirLetter)
+{
+    EXPECT_EQ(uppercasedFirstCharacter("e\u0301lan"), "E\u0301");
+    EXPECT_EQ(uppercasedFirstCharacter("a\u0323\u0302b"), "A\u0323\u0302");
+    EXPECT_EQ(uppercasedFirstCharacter("नि मा"), "नि");
+    EXPECT_EQ(uppercasedFirstCharacter("\u0301e"), "\u0301");
+}
+
+TEST(CharacterTest, TwoRegionalLettersAreOneFlag)
+{
+    EXPECT_EQ(uppercasedFirstCharacter("🇩🇪🇫🇷"), "🇩🇪");
+    EXPECT_EQ(uppercasedFirstCharacter("🇩x"), "🇩");
+    EXPECT_EQ(uppercasedFirstCharacter("🏴󠁧󠁢󠁳󠁣󠁴󠁿 x"), "🏴󠁧󠁢󠁳󠁣󠁴󠁿");
+}
+
+TEST(CharacterTest, JoinedEmojiAreOne)
+{
+    EXPECT_EQ(uppercasedFirstCharacter("👩‍💻👩‍💻"), "👩‍💻");
+    EXPECT_EQ(uppercasedFirstCharacter("👨‍👩‍👧‍👦x"), "👨‍👩‍👧‍👦");
+    EXPECT_EQ(uppercasedFirstCharacter("👍🏽👍"), "👍🏽");
+    EXPECT_EQ(uppercasedFirstCharacter("❤️‍🔥x"), "❤️‍🔥");
+    EXPECT_EQ(uppercasedFirstCharacter("1️⃣2️⃣"), "1️⃣");
+    EXPECT_EQ(uppercasedFirstCharacter("😀😀"), "😀");
+}
+
+TEST(CharacterTest, AHangulSyllableInPartsIsOne)
+{
+    EXPECT_EQ(uppercasedFirstCharacter("\u1112\u1161\u11AB\u1100"), "\u1112\u1161\u11AB");
+    EXPECT_EQ(uppercasedFirstCharacter("\uD558\u11AB\uD558"), "\uD558\u11AB");
+    EXPECT_EQ(uppercasedFirstCharacter("한글"), "한");
+}
+
+TEST(CharacterTest, WhatIsNoTextIsReplaced)
+{
+    EXPECT_EQ(uppercasedFirstCharacter("\xFF\xFEx"), "\uFFFD");
+    EXPECT_EQ(uppercasedFirstCharacter(std::string_view("\0x", 2)), "\uFFFD");
+    EXPECT_EQ(uppercasedFirstCharacter("\xC3"), "\uFFFD");
+}
+
+TEST(CharacterTest, NoTextIsTooLong)
+{
+    std::string text = "e";
+    for (auto number = 0; number < 100000; ++number)
+        text += "\u0301";
+
+    EXPECT_EQ(uppercasedFirstCharacter(text + "x"), "E" + text.substr(1));
+}
+
+} // namespace
