@@ -5,6 +5,7 @@
 #include "ProcessTree.h"
 #include "ProgramRun.h"
 #include "ScreenProbe.h"
+#include "Turns.h"
 
 #include <functional>
 
@@ -14,17 +15,6 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr auto patience = 30s;
-
-/// Takes turns, so that what else the machine does meets both alike; the first round only warms the caches.
-void interleave(int runs, const std::function<void(bool counts)>& bare, const std::function<void(bool counts)>& ours)
-{
-    for (auto round = 0; round <= runs; ++round) {
-        const auto& first = round % 2 == 0 ? bare : ours;
-        const auto& second = round % 2 == 0 ? ours : bare;
-        first(round > 0);
-        second(round > 0);
-    }
-}
 
 double timeToItem(const std::filesystem::path& program, const UserFolders& folders, MeasuringHost& host)
 {
@@ -42,7 +32,7 @@ struct Paint {
 };
 
 // `open` is what the user does once the program has started.
-void paintOnce(const std::vector<std::string>& command, const UserFolders& folders, const ScreenProbe& screen,
+void paintOnce(const std::vector<std::string>& command, const UserFolders& folders, ScreenProbe& screen,
     const std::function<void()>& open, Paint* into)
 {
     ProgramRun run(command, folders.environment());
@@ -57,21 +47,6 @@ void paintOnce(const std::vector<std::string>& command, const UserFolders& folde
         return;
     into->wall.push_back(wall);
     into->processor.push_back(processor);
-}
-
-void waitForRest()
-{
-    auto last = -1.0;
-    auto since = Clock::now();
-    const auto isAtRest = [&] {
-        const auto now = processorMilliseconds(ProcessTree::members());
-        if (now != last)
-            since = Clock::now();
-        last = now;
-        return Clock::now() - since > 1s;
-    };
-    if (!waitUntil(isAtRest, patience))
-        giveUp("the program does not come to rest");
 }
 
 std::string joined(const std::vector<std::string>& texts)
@@ -102,7 +77,7 @@ void idleOnce(const std::filesystem::path& program, MeasuringHost& host, Idle& i
     ProgramRun run({ program }, environment);
     (void)host.waitForItem();
     host.showItem();
-    waitForRest();
+    waitForRest(1s);
 
     const auto processes = ProcessTree::members();
     into.megabytes.push_back(static_cast<double>(proportionalMemory(processes)) / 1024);
@@ -162,7 +137,7 @@ void measureStart(const Setting& setting, MeasuringHost& host, Report& report)
 void measurePaint(const Setting& setting, MeasuringHost& host, Report& report)
 {
     const PageServer server;
-    const ScreenProbe screen;
+    ScreenProbe screen;
     const UserFolders folders;
     folders.setHomePage(server.address());
     Paint bare;

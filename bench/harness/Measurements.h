@@ -19,6 +19,18 @@ void measureStart(const Setting& setting, MeasuringHost& host, Report& report);
 /// From the start of the process to a page's pixels on the screen.
 void measurePaint(const Setting& setting, MeasuringHost& host, Report& report);
 
+/// From a click to the pixels of a browser that was open before.
+void measureShow(const Setting& setting, MeasuringHost& host, Report& report);
+
+/// Memory with several browsers, each with a page of its own.
+void measureMemory(const Setting& setting, MeasuringHost& host, Report& report);
+
+/// What opening one browser again and again, or many once, leaves behind.
+void measureGrowth(const Setting& setting, MeasuringHost& host, Report& report);
+
+/// Wake-ups and processor time with hidden pages that never rest.
+void measureHidden(const Setting& setting, MeasuringHost& host, Report& report);
+
 /// Memory, wake-ups, and what must not be there, while nothing happens.
 void measureIdle(const Setting& setting, MeasuringHost& host, Report& report);
 

@@ -1,7 +1,7 @@
 #include "MeasuringHost.h"
 
-#include <array>
-#include <memory>
+#include "Bus.h"
+
 #include <string_view>
 
 namespace bench {
@@ -26,11 +26,6 @@ constexpr auto interfaces = R"(<node><interface name="org.kde.StatusNotifierWatc
   <signal name="StatusNotifierHostRegistered"/>
 </interface></node>)";
 
-struct VariantUnref {
-    void operator()(GVariant* variant) const { g_variant_unref(variant); }
-};
-using Variant = std::unique_ptr<GVariant, VariantUnref>;
-
 GVariant* watcherProperty(GDBusConnection*, const char*, const char*, const char*, const char* name, GError**, gpointer)
 {
     const std::string_view wanted = name;
@@ -41,23 +36,39 @@ GVariant* watcherProperty(GDBusConnection*, const char*, const char*, const char
     return g_variant_new_strv(nullptr, 0);
 }
 
-// The id of the row of that label in (ia{sv}av), or nothing.
-std::optional<std::int32_t> idOfRow(GVariant* node, const std::string& label)
+// The first row of that label, itself or below, in (ia{sv}av), or null.
+Variant rowIn(GVariant* node, const std::string& label)
 {
-    std::int32_t id = 0;
-    g_variant_get_child(node, 0, "i", &id);
     const Variant properties(g_variant_get_child_value(node, 1));
     const char* text = nullptr;
     if (g_variant_lookup(properties.get(), "label", "&s", &text) && text == label)
-        return id;
+        return Variant(g_variant_ref(node));
     const Variant children(g_variant_get_child_value(node, 2));
     for (gsize index = 0; index < g_variant_n_children(children.get()); ++index) {
         const Variant boxed(g_variant_get_child_value(children.get(), index));
         const Variant child(g_variant_get_variant(boxed.get()));
-        if (const auto found = idOfRow(child.get(), label))
+        if (auto found = rowIn(child.get(), label))
             return found;
     }
-    return std::nullopt;
+    return nullptr;
+}
+
+std::int32_t idOfRow(GVariant* layout, const std::vector<std::string>& labels)
+{
+    Variant row(g_variant_ref(layout));
+    for (const auto& label : labels) {
+        row = rowIn(row.get(), label);
+        if (!row)
+            giveUp("the menu has no row \"" + label + "\"");
+    }
+    std::int32_t id = 0;
+    g_variant_get_child(row.get(), 0, "i", &id);
+    return id;
+}
+
+GVariant* clickOn(std::int32_t id)
+{
+    return g_variant_new("(isvu)", id, "clicked", g_variant_new_int32(0), 0U);
 }
 
 } // namespace
@@ -166,27 +177,28 @@ void MeasuringHost::choose(const std::string& row)
         g_variant_new("(s)", itemInterface), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr, nullptr);
     const auto menu = menuPath();
     const Variant layout(menuLayout(menu));
-    const auto id = idOfRow(layout.get(), row);
-    if (!id)
-        giveUp("the menu has no row \"" + row + "\"");
-    const Variant done(call(
-        menu.c_str(), menuInterface, "Event", g_variant_new("(isvu)", *id, "clicked", g_variant_new_int32(0), 0U)));
+    const auto id = idOfRow(layout.get(), { row });
+    const Variant done(call(menu.c_str(), menuInterface, "Event", clickOn(id)));
 }
 
-bool MeasuringHost::isOnBus(const std::string& name)
+MeasuringHost::Row MeasuringHost::rowOf(const std::vector<std::string>& labels)
 {
-    const Variant reply(g_dbus_connection_call_sync(bus_, "org.freedesktop.DBus", "/org/freedesktop/DBus",
-        "org.freedesktop.DBus", "NameHasOwner", g_variant_new("(s)", name.c_str()), G_VARIANT_TYPE("(b)"),
-        G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
-    gboolean hasOwner = FALSE;
-    if (reply)
-        g_variant_get(reply.get(), "(b)", &hasOwner);
-    return hasOwner;
+    const auto menu = menuPath();
+    const Variant changed(call(menu.c_str(), menuInterface, "AboutToShow", g_variant_new("(i)", 0)));
+    const Variant layout(menuLayout(menu));
+    return { menu, idOfRow(layout.get(), labels) };
+}
+
+void MeasuringHost::click(const Row& row)
+{
+    g_dbus_connection_call(bus_, itemName_.c_str(), row.menu.c_str(), menuInterface, "Event", clickOn(row.id), nullptr,
+        G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr, nullptr);
 }
 
 void MeasuringHost::waitForDeparture()
 {
-    const auto isGone = [&] { return (itemName_.empty() || !isOnBus(itemName_)) && !isOnBus("org.perchly.Perchly"); };
+    const auto isGone
+        = [&] { return (itemName_.empty() || !isOnBus(bus_, itemName_)) && !isOnBus(bus_, "org.perchly.Perchly"); };
     if (!waitUntil(isGone, patience))
         giveUp("the program before is still on the bus");
 }

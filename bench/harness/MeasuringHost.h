@@ -4,8 +4,8 @@
 
 #include <atomic>
 #include <cstdint>
-#include <optional>
 #include <string>
+#include <vector>
 
 namespace bench {
 
@@ -29,6 +29,18 @@ public:
     /// Starts to read the item, as showItem does, and chooses the row at once.
     void choose(const std::string& row);
 
+    /// A row of the menu, for many clicks.
+    struct Row {
+        std::string menu;
+        std::int32_t id = 0;
+    };
+
+    /// Opens the menu and finds the row of the last label below that of the one before, and so on.
+    [[nodiscard]] Row rowOf(const std::vector<std::string>& labels);
+
+    /// Does not wait for anything.
+    void click(const Row& row);
+
     /// Waits until the names of the run before are off the bus.
     void waitForDeparture();
 
@@ -36,7 +48,6 @@ private:
     GVariant* call(const char* path, const char* interface, const char* method, GVariant* arguments);
     std::string menuPath();
     GVariant* menuLayout(const std::string& menu);
-    bool isOnBus(const std::string& name);
 
     GDBusConnection* bus_;
     GDBusNodeInfo* interfaces_;

@@ -1,23 +1,23 @@
 #include "PageServer.h"
 
+#include "Pages.h"
+
+#include <algorithm>
 #include <array>
 #include <string_view>
 
 namespace bench {
 namespace {
 
-constexpr std::string_view page = "<!doctype html><html><head><meta charset=utf-8><title>A page</title>"
-                                  "<style>html{background:#c0178a;color:white}</style></head>"
-                                  "<body><h1>A page</h1><p>With a line of text.</p></body></html>";
-
 std::string answerTo(std::string_view request)
 {
-    const auto isPage = request.starts_with("GET / ");
-    const auto body = isPage ? page : std::string_view();
-    return std::string(isPage ? "HTTP/1.1 200 OK" : "HTTP/1.1 404 Not Found")
-        + "\r\nContent-Type: text/html; charset=utf-8\r\nCache-Control: no-store\r\nConnection: "
-          "close\r\nContent-Length: "
-        + std::to_string(body.size()) + "\r\n\r\n" + std::string(body);
+    const auto target = request.substr(0, request.find(" HTTP/"));
+    const auto address = target.substr(std::min(target.size(), std::string_view("GET ").size()));
+    const auto resource = resourceAt(address.substr(0, address.find('?')));
+    const auto answer = resource.value_or(Resource { "text/plain", "" });
+    return std::string(resource ? "HTTP/1.1 200 OK" : "HTTP/1.1 404 Not Found") + "\r\nContent-Type: " + answer.type
+        + "\r\nCache-Control: no-store\r\nConnection: close\r\nContent-Length: " + std::to_string(answer.body.size())
+        + "\r\n\r\n" + answer.body;
 }
 
 gboolean serve(GThreadedSocketService*, GSocketConnection* connection, GObject*, gpointer)

@@ -4,10 +4,11 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace bench {
 
-/// Serves one page whose background is one unmistakable colour. Answers on threads of its own.
+/// Serves pages whose background is one unmistakable colour; see Pages.h. Answers on threads of its own.
 class PageServer {
 public:
     static constexpr std::uint32_t colour = 0xc0178a;
@@ -22,6 +23,27 @@ public:
 private:
     GSocketService* service_;
     std::uint16_t port_;
+};
+
+/// Several, each an origin of its own.
+class PageServers {
+public:
+    explicit PageServers(std::size_t count)
+        : servers_(count)
+    {
+    }
+
+    /// The page below that path of each.
+    [[nodiscard]] std::vector<std::string> addresses(const std::string& path) const
+    {
+        std::vector<std::string> addresses;
+        for (const auto& server : servers_)
+            addresses.push_back(server.address() + path);
+        return addresses;
+    }
+
+private:
+    std::vector<PageServer> servers_;
 };
 
 } // namespace bench

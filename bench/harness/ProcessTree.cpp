@@ -10,6 +10,7 @@
 #include <set>
 #include <sstream>
 #include <sys/prctl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 namespace bench {
@@ -79,6 +80,13 @@ std::vector<pid_t> ProcessTree::members()
     return members;
 }
 
+bool ProcessTree::isEmpty()
+{
+    // Those that have ended stay until someone asks for their end.
+    while (waitpid(-1, nullptr, WNOHANG) > 0) { }
+    return members().empty();
+}
+
 double processorMilliseconds(const std::vector<pid_t>& processes)
 {
     auto sum = 0.0;
@@ -99,6 +107,16 @@ std::uint64_t proportionalMemory(const std::vector<pid_t>& processes)
     return sum;
 }
 
+std::uint64_t ownMemory(const std::vector<pid_t>& processes)
+{
+    std::uint64_t sum = 0;
+    for (const auto process : processes) {
+        const auto memory = folderOf(process) / "smaps_rollup";
+        sum += fieldOf(memory, "Pss_Anon:") + fieldOf(memory, "Pss_Shmem:");
+    }
+    return sum;
+}
+
 std::uint64_t contextSwitches(const std::vector<pid_t>& processes)
 {
     std::uint64_t sum = 0;
@@ -107,6 +125,20 @@ std::uint64_t contextSwitches(const std::vector<pid_t>& processes)
         for (const auto thread : numbersIn(threads)) {
             const auto status = threads / std::to_string(thread) / "status";
             sum += fieldOf(status, "voluntary_ctxt_switches:") + fieldOf(status, "nonvoluntary_ctxt_switches:");
+        }
+    }
+    return sum;
+}
+
+std::uint64_t openDescriptors(const std::vector<pid_t>& processes)
+{
+    std::uint64_t sum = 0;
+    for (const auto process : processes) {
+        const auto folder = folderOf(process) / "fd";
+        for (const auto descriptor : numbersIn(folder)) {
+            std::error_code gone;
+            const auto file = std::filesystem::read_symlink(folder / std::to_string(descriptor), gone).string();
+            sum += gone || file.starts_with("/proc/") || file.starts_with("/sys/") ? 0 : 1;
         }
     }
     return sum;

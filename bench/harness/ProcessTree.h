@@ -13,6 +13,9 @@ class ProcessTree {
 public:
     [[nodiscard]] static std::vector<pid_t> members();
 
+    /// Whether all have ended.
+    [[nodiscard]] static bool isEmpty();
+
     /// Makes this process the parent of its descendants' orphans, and ends them all with it.
     static void answerForOrphans();
 };
@@ -23,8 +26,16 @@ public:
 /// Memory by each process's share of its pages, in KiB.
 [[nodiscard]] std::uint64_t proportionalMemory(const std::vector<pid_t>& processes);
 
+/// What of it belongs to no file, in KiB. Only this part is the same whatever else the machine runs: a page of a
+/// library counts less the more others use it.
+[[nodiscard]] std::uint64_t ownMemory(const std::vector<pid_t>& processes);
+
 /// How often any thread has given up the processor, by its will or not: each time it must have been woken.
 [[nodiscard]] std::uint64_t contextSwitches(const std::vector<pid_t>& processes);
+
+/// Open files, sockets and the like. Not those of /proc and /sys: some seconds after its start each process of the
+/// engine opens seven of them, to watch over the memory, and keeps them.
+[[nodiscard]] std::uint64_t openDescriptors(const std::vector<pid_t>& processes);
 
 /// The programs, by name, that carry one of the words in their name.
 [[nodiscard]] std::vector<std::string> namesWith(

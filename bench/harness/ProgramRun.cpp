@@ -73,6 +73,20 @@ void UserFolders::setHomePage(const std::string& address) const
     std::ofstream(path_ / "config/Perchly/preferences.ini") << "[Preferences]\nHomePageURL=" << address << "\n";
 }
 
+void UserFolders::setPinnedBookmarks(
+    const std::vector<std::string>& titles, const std::vector<std::string>& addresses) const
+{
+    std::filesystem::create_directories(path_ / "data/Perchly");
+    std::ofstream file(path_ / "data/Perchly/bookmarks.json");
+    file << R"({"bookmarks":[)";
+    for (std::size_t index = 0; index < titles.size(); ++index)
+        file << (index > 0 ? "," : "") << R"({"id":")" << index << R"(","title":")" << titles[index] << R"(","url":")"
+             << addresses[index] << R"(","isPinned":true,"isAddedToMenuBar":false,"createdAt":0,)"
+             << R"("shouldReloadOnOpen":false,"isAlwaysOnTop":false,"prefersDetached":false,)"
+             << R"("openInSystemBrowser":false})";
+    file << "]}";
+}
+
 ProgramRun::ProgramRun(std::vector<std::string> command, const std::map<std::string, std::string>& changes)
 {
     auto environment = environmentWith(changes);

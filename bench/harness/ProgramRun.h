@@ -24,6 +24,9 @@ public:
 
     void setHomePage(const std::string& address) const;
 
+    /// Makes these the only bookmarks; all have their row in the menu.
+    void setPinnedBookmarks(const std::vector<std::string>& titles, const std::vector<std::string>& addresses) const;
+
 private:
     std::filesystem::path path_;
 };

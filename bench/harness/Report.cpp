@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 
 namespace bench {
@@ -16,6 +17,8 @@ std::string formatted(const char* format, double value)
 
 std::string spread(const Series& values)
 {
+    if (values.size() == 1)
+        return formatted("%.1f", values.front());
     const auto [least, most] = std::minmax_element(values.begin(), values.end());
     return formatted("%.1f", median(values)) + " (" + formatted("%.1f", *least) + " to " + formatted("%.1f", *most)
         + ")";
@@ -37,6 +40,13 @@ double median(Series values)
     std::sort(values.begin(), values.end());
     const auto middle = values.size() / 2;
     return values.size() % 2 == 1 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
+}
+
+double percentile(Series values, double share)
+{
+    std::sort(values.begin(), values.end());
+    const auto rank = std::ceil(share * static_cast<double>(values.size()));
+    return values.at(static_cast<std::size_t>(rank) - 1);
 }
 
 double Result::measured() const

@@ -11,6 +11,9 @@ using Series = std::vector<double>;
 
 [[nodiscard]] double median(Series values);
 
+/// The least value that so large a share of all does not exceed.
+[[nodiscard]] double percentile(Series values, double share);
+
 /// One quantity, ours beside the bare program's where there is one.
 struct Result {
     std::string name;

@@ -1,4 +1,4 @@
-// bench_harness PROGRAMS RUNS RESULTS [start|paint|idle|store]...
+// bench_harness PROGRAMS RUNS RESULTS [start|paint|show|memory|growth|hidden|idle|store]...
 // Measures the programs of a folder on the session bus and the display that it finds, prints a table and writes it to
 // RESULTS. The status is 0 when every target is met, 1 when one is missed, 2 when something could not be measured.
 #include "Measurements.h"
@@ -30,7 +30,8 @@ int main(int argc, char** argv)
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     constexpr std::size_t fixed = 3;
     if (arguments.size() < fixed) {
-        std::fputs("usage: bench_harness PROGRAMS RUNS RESULTS [start|paint|idle|store]...\n", stderr);
+        std::fputs("usage: bench_harness PROGRAMS RUNS RESULTS [start|paint|show|memory|growth|hidden|idle|store]...\n",
+            stderr);
         return 2;
     }
     const bench::Setting setting { std::filesystem::absolute(arguments[0]), std::stoi(arguments[1]) };
@@ -46,12 +47,20 @@ int main(int argc, char** argv)
     bench::MeasuringHost host;
     bench::Report report;
     auto text = "Medians of " + arguments[1] + " runs. Before: " + machine();
-    if (isWanted("start"))
-        bench::measureStart(setting, host, report);
-    if (isWanted("paint"))
-        bench::measurePaint(setting, host, report);
-    if (isWanted("idle"))
-        bench::measureIdle(setting, host, report);
+    using Measure = void (*)(const bench::Setting&, bench::MeasuringHost&, bench::Report&);
+    constexpr std::pair<const char*, Measure> measurements[] = {
+        { "start", bench::measureStart },
+        { "paint", bench::measurePaint },
+        { "show", bench::measureShow },
+        { "memory", bench::measureMemory },
+        { "growth", bench::measureGrowth },
+        { "hidden", bench::measureHidden },
+        { "idle", bench::measureIdle },
+    };
+    for (const auto& [name, measure] : measurements) {
+        if (isWanted(name))
+            measure(setting, host, report);
+    }
     if (isWanted("store"))
         bench::measureStore(setting, report);
     text += "After: " + machine() + "\n" + report.markdown();
