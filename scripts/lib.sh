@@ -13,12 +13,14 @@ fail() {
     exit 1
 }
 
-# wait_for SECONDS COMMAND...: tries the command until it succeeds; fails when the time is over.
+# wait_for SECONDS COMMAND...: tries the command until it succeeds; fails when the time is over. The last try begins
+# after the deadline: a machine that stood still must not decide.
 wait_for() {
-    local deadline=$((${EPOCHREALTIME/./} + $1 * 1000000))
+    local deadline=$((${EPOCHREALTIME/./} + $1 * 1000000)) is_over=0
     shift
     until "$@"; do
-        ((${EPOCHREALTIME/./} < deadline)) || return 1
+        ((!is_over)) || return 1
+        ((${EPOCHREALTIME/./} < deadline)) || is_over=1
         sleep 0.02
     done
 }
