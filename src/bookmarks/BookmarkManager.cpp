@@ -28,6 +28,13 @@ constexpr DefaultBookmark defaultBookmarks[] = {
     { product::name, product::website, false },
 };
 
+/// Null where there is none of that id.
+auto findIn(auto& bookmarks, std::string_view id) -> decltype(&*bookmarks.begin())
+{
+    const auto found = std::ranges::find(bookmarks, id, &Bookmark::id);
+    return found == bookmarks.end() ? nullptr : &*found;
+}
+
 void logFailure(std::string_view what, const foundation::Error& error)
 {
     foundation::log("DEBUG: BookmarkManager - " + std::string(what) + " error: " + error.localizedDescription);
@@ -73,8 +80,8 @@ void BookmarkManager::addBookmark(Bookmark bookmark)
 void BookmarkManager::updateBookmark(Bookmark bookmark)
 {
     foundation::assertMainThread();
-    const auto stored = find(bookmark.id);
-    if (stored == bookmarks_.end())
+    auto* stored = find(bookmark.id);
+    if (!stored)
         return;
     *stored = std::move(bookmark);
     saveBookmarks();
@@ -101,10 +108,10 @@ void BookmarkManager::toggleMenuBar(std::string_view id)
 void BookmarkManager::toggle(bool Bookmark::*flag, std::string_view id)
 {
     foundation::assertMainThread();
-    const auto bookmark = find(id);
-    if (bookmark == bookmarks_.end())
+    auto* bookmark = find(id);
+    if (!bookmark)
         return;
-    (*bookmark).*flag = !((*bookmark).*flag);
+    bookmark->*flag = !(bookmark->*flag);
     saveBookmarks();
 }
 
@@ -165,10 +172,14 @@ void BookmarkManager::saveBookmarks() const
     foundation::log("DEBUG: BookmarkManager - Saved " + std::to_string(bookmarks_.size()) + " bookmarks");
 }
 
-std::vector<Bookmark>::iterator BookmarkManager::find(std::string_view id)
+Bookmark* BookmarkManager::find(std::string_view id)
 {
-    return std::find_if(
-        bookmarks_.begin(), bookmarks_.end(), [&](const Bookmark& bookmark) { return bookmark.id == id; });
+    return findIn(bookmarks_, id);
+}
+
+const Bookmark* BookmarkManager::bookmark(std::string_view id) const
+{
+    return findIn(bookmarks_, id);
 }
 
 std::filesystem::path BookmarkManager::bookmarksFileURL() const

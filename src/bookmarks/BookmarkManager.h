@@ -31,6 +31,8 @@ public:
     /// In the order that the user sees everywhere.
     [[nodiscard]] const std::vector<Bookmark>& bookmarks() const;
     [[nodiscard]] std::vector<Bookmark> menuBarBookmarks() const;
+    /// The first of that id, or null; valid until the list changes.
+    [[nodiscard]] const Bookmark* bookmark(std::string_view id) const;
 
     void addBookmark(Bookmark bookmark);
 
@@ -55,7 +57,7 @@ private:
     void replaceByDefaultBookmarks();
     void saveBookmarks() const;
     void toggle(bool Bookmark::*flag, std::string_view id);
-    [[nodiscard]] std::vector<Bookmark>::iterator find(std::string_view id);
+    [[nodiscard]] Bookmark* find(std::string_view id);
     [[nodiscard]] std::filesystem::path bookmarksFileURL() const;
 
     const std::string fileName_ = "bookmarks.json";

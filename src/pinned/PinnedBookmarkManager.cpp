@@ -17,7 +17,6 @@
 #include "platform/foundation/FatalError.h"
 #include "platform/foundation/URL.h"
 
-#include <algorithm>
 #include <set>
 
 namespace perchly {
@@ -164,11 +163,11 @@ void PinnedBookmarkManager::statusItemClicked(StatusBarButton& sender)
     const auto id = bookmarkIdMap_.find(sender.tag());
     if (id == bookmarkIdMap_.end())
         return;
-    const auto& bookmarks = BookmarkManager::shared().bookmarks();
-    const auto found = std::ranges::find(bookmarks, id->second, &Bookmark::id);
-    if (found == bookmarks.end())
+    const auto* found = BookmarkManager::shared().bookmark(id->second);
+    if (!found)
         return;
-    Bookmark bookmark = *found; // NOLINT(performance-unnecessary-copy-initialization): opening it may change the list
+    const Bookmark bookmark
+        = *found; // NOLINT(performance-unnecessary-copy-initialization): opening it may change the list
     const auto event = appkit::Application::sharedApplication().currentEvent();
     if (event && event->type == EventType::RightMouseUp)
         return showContextMenu(bookmark, sender);

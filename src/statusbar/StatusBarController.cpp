@@ -21,8 +21,6 @@
 #include "platform/foundation/UserDefaults.h"
 #include "statusbar/StatusMenu.h"
 
-#include <algorithm>
-
 namespace perchly {
 namespace {
 
@@ -238,10 +236,10 @@ void StatusBarController::saveBrowserSize(const BrowserViewController& controlle
     if (!id)
         return;
     auto& store = BookmarkManager::shared();
-    const auto found = std::ranges::find(store.bookmarks(), *id, &Bookmark::id);
-    if (found == store.bookmarks().end())
+    const auto* bookmark = store.bookmark(*id);
+    if (!bookmark)
         return;
-    auto resized = *found;
+    auto resized = *bookmark;
     resized.preferredWidth = width;
     resized.preferredHeight = height;
     store.updateBookmark(resized);

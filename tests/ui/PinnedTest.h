@@ -17,7 +17,6 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <functional>
 #include <memory>
 #include <string>
@@ -94,7 +93,7 @@ protected:
     /// As the store has it; there must be one.
     [[nodiscard]] static perchly::Bookmark storedLike(const perchly::Bookmark& bookmark)
     {
-        return *std::ranges::find(store().bookmarks(), bookmark.id, &perchly::Bookmark::id);
+        return *store().bookmark(bookmark.id);
     }
 
     [[nodiscard]] std::shared_ptr<appkit::StatusItem> itemOf(const perchly::Bookmark& bookmark) const

@@ -2,8 +2,6 @@
 #include "platform/foundation/FileManager.h"
 #include "ui/SurfacesTest.h"
 
-#include <algorithm>
-
 namespace {
 
 using perchly::Bookmark;
@@ -13,15 +11,9 @@ using std::chrono::milliseconds;
 /// What becomes of the sizes to which the user drags browsers.
 class SavedSizeTest : public SurfacesTest {
 protected:
-    [[nodiscard]] static const Bookmark* inList(const std::vector<Bookmark>& bookmarks, const Bookmark& bookmark)
-    {
-        const auto found = std::ranges::find(bookmarks, bookmark.id, &Bookmark::id);
-        return found == bookmarks.end() ? nullptr : &*found;
-    }
-
     [[nodiscard]] static Bookmark inStore(const Bookmark& bookmark)
     {
-        const auto* found = inList(store().bookmarks(), bookmark);
+        const auto* found = store().bookmark(bookmark.id);
         return found ? *found : Bookmark {};
     }
 
@@ -53,7 +45,7 @@ TEST_F(SavedSizeTest, ASizeIsSavedInItsBookmarkAndInTheFile)
     EXPECT_EQ(inStore(first), expected);
     EXPECT_EQ(inStore(second), second);
     const perchly::BookmarkManager onDisk(foundation::FileManager::defaultManager());
-    const auto* saved = inList(onDisk.bookmarks(), first);
+    const auto* saved = onDisk.bookmark(first.id);
     ASSERT_NE(saved, nullptr);
     EXPECT_EQ(saved->preferredWidth, 610);
     EXPECT_EQ(saved->preferredHeight, 420.5);

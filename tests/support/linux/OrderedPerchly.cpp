@@ -13,7 +13,6 @@
 
 #include <glib-unix.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <iostream>
 #include <sstream>
@@ -42,9 +41,8 @@ void carryOut(perchly::StatusBarController& controller, const std::string& line)
     std::string id;
     int value = 0;
     words >> order >> id >> value;
-    const auto& bookmarks = BookmarkManager::shared().bookmarks();
-    const auto found = std::ranges::find(bookmarks, id, &perchly::Bookmark::id);
-    if (found == bookmarks.end())
+    const auto* found = BookmarkManager::shared().bookmark(id);
+    if (!found)
         return;
     const auto bookmark = *found; // NOLINT(performance-unnecessary-copy-initialization): deleting it ends the original
     if (order == "click")
