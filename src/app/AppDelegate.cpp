@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "pinned/PinnedBookmarkManager.h"
 #include "platform/appkit/Menu.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/FatalError.h"
@@ -47,6 +48,7 @@ void AppDelegate::completeLaunch()
     application.setMainMenu(buildMainMenu());
     application.setActivationPolicy(appkit::ActivationPolicy::Accessory);
     statusBarController_ = StatusBarController::create();
+    PinnedBookmarkManager::shared()->setDelegate(statusBarController_);
     foundation::log("AppDelegate: Application started successfully with icon");
     if (startedAgain_)
         statusBarController_->showBrowserWindow();
