@@ -18,11 +18,13 @@ target_sources(perchly_platform PRIVATE
   linux/desktop/FirstResponder.cpp
   linux/desktop/Monitors.cpp
   linux/desktop/Pointer.cpp
+  linux/desktop/Shortcut.cpp
   linux/desktop/SymbolPaintable.cpp
   linux/desktop/Toolkit.cpp
   linux/desktop/WindowContent.cpp
   linux/desktop/WindowIcon.cpp
   linux/desktop/X11Pointer.cpp
+  linux/desktop/X11Property.cpp
   linux/desktop/X11Window.cpp
   linux/popover/PopoverBackground.cpp
   linux/popover/PopoverDismissal.cpp

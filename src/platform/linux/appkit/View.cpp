@@ -7,6 +7,7 @@
 #include "platform/linux/appkit/ViewNative.h"
 #include "platform/linux/appkit/WindowNative.h"
 #include "platform/linux/desktop/ConstraintView.h"
+#include "platform/linux/desktop/Shortcut.h"
 #include "platform/linux/desktop/WindowContent.h"
 
 #include <cmath>
@@ -124,26 +125,14 @@ void View::setAccessibilityRole(AccessibilityRole role)
 void View::addKeyEquivalent(const KeyEquivalent& key, Action action)
 {
     const auto modifiers = key.withCommand ? GDK_CONTROL_MASK : static_cast<GdkModifierType>(0);
-    struct Target {
-        View* view;
-        Action action;
-    };
-    const auto perform = +[](GtkWidget*, GVariant*, gpointer data) -> gboolean {
-        const auto* target = static_cast<Target*>(data);
-        const auto self = target->view->weak_from_this().lock();
+    const auto send = [this, action = std::move(action)] {
+        const auto self = weak_from_this().lock();
         if (self)
-            target->action.send(*self);
+            action.send(*self);
         return self != nullptr;
     };
-    const auto destroy = +[](gpointer data) { delete static_cast<Target*>(data); };
-    auto* controller = gtk_shortcut_controller_new();
-    gtk_shortcut_controller_add_shortcut(GTK_SHORTCUT_CONTROLLER(controller),
-        gtk_shortcut_new(gtk_keyval_trigger_new(keyvalOf(key.character), modifiers),
-            gtk_callback_action_new(perform, new Target { this, std::move(action) }, destroy)));
-    // Heard at the window, so wherever the keyboard is in it, and after what has the keyboard.
-    gtk_shortcut_controller_set_scope(GTK_SHORTCUT_CONTROLLER(controller), GTK_SHORTCUT_SCOPE_MANAGED);
-    gtk_event_controller_set_propagation_phase(controller, GTK_PHASE_BUBBLE);
-    gtk_widget_add_controller(native_->widget.get(), controller);
+    desktop::addShortcut(
+        native_->widget.get(), { keyvalOf(key.character), modifiers, GTK_SHORTCUT_SCOPE_MANAGED }, send);
 }
 
 void View::mouseDown(const Event& /*event*/) { }

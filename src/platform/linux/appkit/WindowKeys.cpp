@@ -3,6 +3,7 @@
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/linux/appkit/MenuKeys.h"
 #include "platform/linux/desktop/GObject.h"
+#include "platform/linux/desktop/Shortcut.h"
 
 namespace appkit {
 namespace {
@@ -33,18 +34,13 @@ void connectMenuKeys(GtkWindow* window)
 
 void connectCloseKey(GtkWindow* window)
 {
-    const auto close = +[](GtkWidget* widget, GVariant*, gpointer) -> gboolean {
+    const auto close = [window] {
         // Later, because the key is still on its way through the window.
         foundation::dispatchMainAsync(
-            [kept = std::shared_ptr<GtkWidget>(desktop::retain(widget))] { gtk_window_close(GTK_WINDOW(kept.get())); });
-        return GDK_EVENT_STOP;
+            [kept = std::shared_ptr<GtkWindow>(desktop::retain(window))] { gtk_window_close(kept.get()); });
+        return true;
     };
-    auto* controller = gtk_shortcut_controller_new();
-    gtk_shortcut_controller_add_shortcut(GTK_SHORTCUT_CONTROLLER(controller),
-        gtk_shortcut_new(
-            gtk_keyval_trigger_new(GDK_KEY_w, GDK_CONTROL_MASK), gtk_callback_action_new(close, nullptr, nullptr)));
-    gtk_event_controller_set_propagation_phase(controller, GTK_PHASE_BUBBLE);
-    gtk_widget_add_controller(GTK_WIDGET(window), controller);
+    desktop::addShortcut(GTK_WIDGET(window), { GDK_KEY_w, GDK_CONTROL_MASK, GTK_SHORTCUT_SCOPE_LOCAL }, close);
 }
 
 } // namespace appkit

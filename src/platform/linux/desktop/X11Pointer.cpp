@@ -6,13 +6,17 @@ namespace desktop {
 
 X11Pointer queryPointer(GdkDisplay* display)
 {
+    return queryPointer(display, gdk_x11_display_get_xrootwindow(display));
+}
+
+X11Pointer queryPointer(GdkDisplay* display, unsigned long inside)
+{
     X11Pointer pointer;
     ::Window root = 0;
-    ::Window child = 0;
     PixelPoint inWindow;
     unsigned mask = 0;
-    XQueryPointer(gdk_x11_display_get_xdisplay(display), gdk_x11_display_get_xrootwindow(display), &root, &child,
-        &pointer.place.x, &pointer.place.y, &inWindow.x, &inWindow.y, &mask);
+    XQueryPointer(gdk_x11_display_get_xdisplay(display), inside, &root, &pointer.window, &pointer.place.x,
+        &pointer.place.y, &inWindow.x, &inWindow.y, &mask);
     pointer.isButtonDown = (mask & (Button1Mask | Button2Mask | Button3Mask)) != 0;
     return pointer;
 }

@@ -1,5 +1,7 @@
 #include "platform/linux/desktop/X11Window.h"
 
+#include "platform/linux/desktop/X11Property.h"
+
 #include <gdk/x11/gdkx.h>
 
 #include <X11/Xatom.h>
@@ -7,7 +9,6 @@
 
 #include <array>
 #include <iterator>
-#include <memory>
 
 namespace desktop {
 namespace {
@@ -16,47 +17,12 @@ constexpr long stateRemove = 0;
 constexpr long stateAdd = 1;
 constexpr long fromApplication = 1;
 
-::Atom atom(GdkDisplay* display, const char* name)
-{
-    return gdk_x11_get_xatom_by_name_for_display(display, name);
-}
-
-/// A window's property of `count` numbers.
-class Property {
-public:
-    Property(GdkDisplay* display, ::Window window, const char* name, ::Atom type, unsigned long count)
-    {
-        ::Atom foundType = 0;
-        int format = 0;
-        unsigned long found = 0;
-        unsigned long left = 0;
-        unsigned char* data = nullptr;
-        XGetWindowProperty(gdk_x11_display_get_xdisplay(display), window, atom(display, name), 0,
-            static_cast<long>(count), False, type, &foundType, &format, &found, &left, &data);
-        data_.reset(data);
-        isComplete_ = format == 32 && found == count;
-    }
-
-    /// Null where there is no such property.
-    [[nodiscard]] const unsigned long* values() const
-    {
-        return isComplete_ ? reinterpret_cast<const unsigned long*>(data_.get()) : nullptr;
-    }
-
-private:
-    struct Free {
-        void operator()(void* data) const { XFree(data); }
-    };
-    std::unique_ptr<unsigned char, Free> data_;
-    bool isComplete_ = false;
-};
-
 void sendToWindowManager(GdkDisplay* display, ::Window window, const char* type, const long (&data)[4])
 {
     XEvent event {};
     event.xclient.type = ClientMessage;
     event.xclient.window = window;
-    event.xclient.message_type = atom(display, type);
+    event.xclient.message_type = x11Atom(display, type);
     event.xclient.format = 32;
     for (auto index = 0U; index < std::size(data); ++index)
         event.xclient.data.l[index] = data[index];
@@ -82,9 +48,9 @@ X11Window::X11Window(GtkWidget* toplevel)
 
 void X11Window::setAuxiliary()
 {
-    const auto type = atom(display(), "_NET_WM_WINDOW_TYPE_DIALOG");
-    XChangeProperty(gdk_x11_display_get_xdisplay(display()), id_, atom(display(), "_NET_WM_WINDOW_TYPE"), XA_ATOM, 32,
-        PropModeReplace, reinterpret_cast<const unsigned char*>(&type), 1);
+    const auto type = x11Atom(display(), "_NET_WM_WINDOW_TYPE_DIALOG");
+    XChangeProperty(gdk_x11_display_get_xdisplay(display()), id_, x11Atom(display(), "_NET_WM_WINDOW_TYPE"), XA_ATOM,
+        32, PropModeReplace, reinterpret_cast<const unsigned char*>(&type), 1);
     gdk_x11_surface_set_skip_taskbar_hint(surface_, TRUE);
     gdk_x11_surface_set_skip_pager_hint(surface_, TRUE);
 }
@@ -148,7 +114,7 @@ void X11Window::move(PixelPoint inside)
 
 X11Window::Frame X11Window::frame() const
 {
-    const Property property(display(), id_, "_NET_FRAME_EXTENTS", XA_CARDINAL, 4);
+    const X11Property property(display(), id_, "_NET_FRAME_EXTENTS", XA_CARDINAL, 4);
     const auto* lengths = property.values();
     if (!lengths)
         return {};
@@ -158,7 +124,7 @@ X11Window::Frame X11Window::frame() const
 
 void X11Window::setAbove(bool isAbove)
 {
-    const auto above = static_cast<long>(atom(display(), "_NET_WM_STATE_ABOVE"));
+    const auto above = static_cast<long>(x11Atom(display(), "_NET_WM_STATE_ABOVE"));
     sendToWindowManager(
         display(), id_, "_NET_WM_STATE", { isAbove ? stateAdd : stateRemove, above, 0, fromApplication });
 }
@@ -173,7 +139,7 @@ std::uint32_t X11Window::takeUserTime()
 bool X11Window::isActiveWindow() const
 {
     const auto root = gdk_x11_display_get_xrootwindow(display());
-    const Property property(display(), root, "_NET_ACTIVE_WINDOW", XA_WINDOW, 1);
+    const X11Property property(display(), root, "_NET_ACTIVE_WINDOW", XA_WINDOW, 1);
     return property.values() && property.values()[0] == id_;
 }
 

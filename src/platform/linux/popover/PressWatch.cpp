@@ -1,5 +1,8 @@
 #include "platform/linux/popover/PressWatch.h"
 
+#include "platform/linux/desktop/X11Pointer.h"
+#include "platform/linux/desktop/X11Property.h"
+
 #include <gdk/x11/gdkx.h>
 
 #include <X11/Xatom.h>
@@ -18,38 +21,10 @@ bool isScroll(int button)
     return button >= firstScrollButton && button <= lastScrollButton;
 }
 
-struct Pointer {
-    ::Window window;
-    PixelPoint point;
-};
-
-/// The window directly inside the given one that the pointer is over, or 0.
-Pointer pointerIn(::Display* display, ::Window window)
-{
-    Pointer pointer {};
-    ::Window root = 0;
-    PixelPoint inWindow;
-    unsigned mask = 0;
-    XQueryPointer(
-        display, window, &root, &pointer.window, &pointer.point.x, &pointer.point.y, &inWindow.x, &inWindow.y, &mask);
-    return pointer;
-}
-
 bool isDock(GdkDisplay* display, ::Window window)
 {
-    ::Atom type = 0;
-    int format = 0;
-    unsigned long count = 0;
-    unsigned long left = 0;
-    unsigned char* data = nullptr;
-    XGetWindowProperty(gdk_x11_display_get_xdisplay(display), window,
-        gdk_x11_get_xatom_by_name_for_display(display, "_NET_WM_WINDOW_TYPE"), 0, 1, False, XA_ATOM, &type, &format,
-        &count, &left, &data);
-    const auto dock = gdk_x11_get_xatom_by_name_for_display(display, "_NET_WM_WINDOW_TYPE_DOCK");
-    const auto isIt = format == 32 && count == 1 && *reinterpret_cast<::Atom*>(data) == dock;
-    if (data)
-        XFree(data);
-    return isIt;
+    const X11Property type(display, window, "_NET_WM_WINDOW_TYPE", XA_ATOM, 1);
+    return type.values() && *type.values() == x11Atom(display, "_NET_WM_WINDOW_TYPE_DOCK");
 }
 
 /// Window managers leave menus and tips alone; those of panels that they also leave alone say what they are.
@@ -62,15 +37,14 @@ bool isMenu(GdkDisplay* display, ::Window window)
 
 PressWatch::Press pressAtPointer(GdkDisplay* display)
 {
-    auto* xdisplay = gdk_x11_display_get_xdisplay(display);
-    auto pointer = pointerIn(xdisplay, gdk_x11_display_get_xrootwindow(display));
-    PressWatch::Press press { .point = pointer.point };
+    const auto pointer = queryPointer(display);
+    PressWatch::Press press { .point = pointer.place };
     if (!pointer.window)
         return press;
     if (isMenu(display, pointer.window))
         press.under = PressWatch::Under::ForeignMenu;
     // Window managers put a window into a frame of theirs.
-    for (auto window = pointer.window; window; window = pointerIn(xdisplay, window).window) {
+    for (auto window = pointer.window; window; window = queryPointer(display, window).window) {
         press.surface = gdk_x11_surface_lookup_for_display(display, window);
         if (!press.surface)
             continue;

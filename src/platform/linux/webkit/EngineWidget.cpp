@@ -1,6 +1,7 @@
 #include "platform/linux/webkit/EngineWidget.h"
 
 #include "platform/linux/desktop/LateBinding.h"
+#include "platform/linux/desktop/Shortcut.h"
 #include "platform/linux/desktop/Toolkit.h"
 #include "platform/linux/webkit/BlockedPorts.h"
 #include "platform/linux/webkit/TabKey.h"
@@ -89,31 +90,24 @@ void restrictMenu(WebKitContextMenu* menu)
         webkit_context_menu_remove(menu, separator);
 }
 
-gboolean executeCommand(GtkWidget* page, GVariant*, gpointer command)
+void addEditingKey(GtkWidget* page, guint key, GdkModifierType modifiers, const char* command)
 {
-    if (!gtk_widget_has_focus(page))
-        return GDK_EVENT_PROPAGATE;
-    webkit_web_view_execute_editing_command(WEBKIT_WEB_VIEW(page), static_cast<const char*>(command));
-    return GDK_EVENT_STOP;
-}
-
-GtkShortcut* shortcutFor(const char* keys, const char* command)
-{
-    return gtk_shortcut_new(gtk_shortcut_trigger_parse_string(keys),
-        gtk_callback_action_new(executeCommand, const_cast<char*>(command), nullptr));
+    const auto execute = [page, command] {
+        const bool isForPage = gtk_widget_has_focus(page);
+        if (isForPage)
+            webkit_web_view_execute_editing_command(WEBKIT_WEB_VIEW(page), command);
+        return isForPage;
+    };
+    // Heard at the window: the engine passes a key on to it only after the page has left that key alone.
+    desktop::addShortcut(page, { key, modifiers, GTK_SHORTCUT_SCOPE_MANAGED }, execute);
 }
 
 /// The editing shortcuts that the engine has no keys for.
 void addEditingKeys(GtkWidget* page)
 {
-    auto* controller = gtk_shortcut_controller_new();
-    auto* shortcuts = GTK_SHORTCUT_CONTROLLER(controller);
-    gtk_shortcut_controller_add_shortcut(shortcuts, shortcutFor("<Control>z", WEBKIT_EDITING_COMMAND_UNDO));
-    gtk_shortcut_controller_add_shortcut(shortcuts, shortcutFor("<Control><Shift>z", WEBKIT_EDITING_COMMAND_REDO));
-    // Heard at the window: the engine passes a key on to it only after the page has left that key alone.
-    gtk_shortcut_controller_set_scope(shortcuts, GTK_SHORTCUT_SCOPE_MANAGED);
-    gtk_event_controller_set_propagation_phase(controller, GTK_PHASE_BUBBLE);
-    gtk_widget_add_controller(page, controller);
+    constexpr auto withShift = static_cast<GdkModifierType>(GDK_CONTROL_MASK | GDK_SHIFT_MASK);
+    addEditingKey(page, GDK_KEY_z, GDK_CONTROL_MASK, WEBKIT_EDITING_COMMAND_UNDO);
+    addEditingKey(page, GDK_KEY_z, withShift, WEBKIT_EDITING_COMMAND_REDO);
 }
 
 /// With older toolkits the engine can't show what is in a page to screen readers; then this is all they hear of it.
