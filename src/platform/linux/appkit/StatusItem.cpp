@@ -94,7 +94,7 @@ StatusItem::Native::~Native()
 
 void StatusItem::Native::connect()
 {
-    const auto address = isRemoved_ ? nullptr : sessionBusAddress();
+    const auto address = sessionBusAddress();
     if (!address)
         return;
     connecting_ = desktop::adopt(g_cancellable_new());
@@ -129,7 +129,6 @@ void StatusItem::Native::disconnect()
 
 void StatusItem::Native::remove()
 {
-    isRemoved_ = true;
     pendingUpdate_.reset();
     pendingBlank_.reset();
     disconnect();
@@ -214,18 +213,18 @@ void StatusItem::Native::update()
         askForContextMenu();
         menuServer_->rowsChanged();
     }
-    // A picture that is on its way from outside comes soon, and hosts would flicker.
-    if (!appearance().picture && !pendingBlank_)
-        pendingBlank_ = desktop::callAfter(blankPatience, [this] { showAppearance(); });
-    else if (appearance().picture)
-        showAppearance();
+    if (auto look = appearance(); look.picture)
+        show(std::move(look));
+    else if (!pendingBlank_)
+        // A picture that is on its way from outside comes soon, and hosts would flicker.
+        pendingBlank_ = desktop::callAfter(blankPatience, [this] { show(appearance()); });
 }
 
-void StatusItem::Native::showAppearance()
+void StatusItem::Native::show(desktop::StatusNotifierItem::Appearance look)
 {
     pendingBlank_.reset();
     if (item_)
-        item_->setAppearance(appearance());
+        item_->setAppearance(std::move(look));
 }
 
 void StatusItem::Native::clicked(desktop::StatusNotifierItem::Click click, std::pair<int, int> place)

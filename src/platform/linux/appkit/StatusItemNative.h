@@ -39,7 +39,7 @@ private:
     void exportItem();
     void buttonChanged();
     void update();
-    void showAppearance();
+    void show(desktop::StatusNotifierItem::Appearance look);
     void askForContextMenu();
     void clicked(desktop::StatusNotifierItem::Click click, std::pair<int, int> place);
     [[nodiscard]] bool takesRightClicks() const;
@@ -55,7 +55,6 @@ private:
     std::unique_ptr<desktop::StatusNotifierWatcher> watcher_;
     desktop::SourceHandle pendingUpdate_;
     desktop::SourceHandle pendingBlank_;
-    bool isRemoved_ = false;
 };
 
 } // namespace appkit
