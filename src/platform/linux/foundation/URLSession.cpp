@@ -3,7 +3,6 @@
 #include "platform/foundation/FatalError.h"
 #include "platform/linux/foundation/ProgramFolder.h"
 #include "platform/linux/foundation/UserDirectory.h"
-#include "platform/linux/network/Messages.h"
 #include "platform/linux/network/ProgramConnection.h"
 
 #include <map>
@@ -48,12 +47,9 @@ struct URLSession::Native {
     void take(desktop::VariantPointer answer);
     void finish(std::uint64_t number, Result<std::string> result);
     void rest();
-    void disconnect();
 
     /// None while it does not run.
-    desktop::ProgramConnection program;
-    std::unique_ptr<MessageReader> reader;
-    std::unique_ptr<MessageWriter> writer;
+    std::unique_ptr<desktop::ProgramConnection> program;
     std::map<std::uint64_t, CompletionHandler> handlers;
     std::uint64_t latest = 0;
     desktop::SourceHandle resting;
@@ -88,14 +84,10 @@ bool URLSession::Native::startProgram()
     if (!path || !caches)
         return false;
     const auto cache = *caches / "Perchly" / "Downloads";
-    program = desktop::startProgram(*path, { cache.string() }, G_SUBPROCESS_FLAGS_NONE);
-    if (!program)
-        return false;
-    reader = std::make_unique<MessageReader>(g_io_stream_get_input_stream(program.stream.get()), answerType,
+    program = desktop::ProgramConnection::start(
+        { .path = *path, .arguments = { cache.string() }, .answerType = answerType },
         [this](desktop::VariantPointer answer) { take(std::move(answer)); });
-    writer = std::make_unique<MessageWriter>(
-        g_io_stream_get_output_stream(program.stream.get()), [this] { take(nullptr); });
-    return true;
+    return program != nullptr;
 }
 
 void URLSession::Native::send(const URLRequest& request, CompletionHandler handler)
@@ -105,16 +97,14 @@ void URLSession::Native::send(const URLRequest& request, CompletionHandler handl
     handlers.emplace(number, std::move(handler));
     if (!startProgram())
         return finish(number, Error { "The program that downloads cannot be started" });
-    Bytes message(packed(requestMessage(number, request)));
-    if (g_bytes_get_size(message.get()) > largestMessage)
-        return finish(number, Error { "The address is too long" });
-    writer->write(std::move(message));
+    if (!program->send(requestMessage(number, request)))
+        finish(number, Error { "The address is too long" });
 }
 
 void URLSession::Native::take(desktop::VariantPointer answer)
 {
     if (!answer) {
-        disconnect();
+        program.reset();
         for (const auto& [number, handler] : std::exchange(handlers, {}))
             callInBackground(handler, Error { "The program that downloads has ended" });
         return;
@@ -141,18 +131,11 @@ void URLSession::Native::finish(std::uint64_t number, Result<std::string> result
         resting = desktop::callAfter(restMilliseconds, [this] { rest(); });
 }
 
+/// The program then writes its cache and ends.
 void URLSession::Native::rest()
 {
     resting.reset();
-    disconnect();
-}
-
-/// The program then writes its cache and ends.
-void URLSession::Native::disconnect()
-{
-    reader.reset();
-    writer.reset();
-    program = {};
+    program.reset();
 }
 
 } // namespace foundation

@@ -11,8 +11,7 @@ namespace {
 constexpr unsigned restMilliseconds = 3000;
 constexpr unsigned drawingTimeoutMilliseconds = 5000;
 
-/// Sent ahead, so that the program need not wait for us. No more, because writing waits for the program: what it
-/// answers to these fits the socket, so it is never us who it waits for.
+/// Sent ahead, so that the program need not wait for us. No more, because all of them are lost when it ends.
 constexpr std::size_t mostUnderWay = 2;
 
 } // namespace
@@ -45,14 +44,12 @@ bool DrawingProgram::isRunning()
 {
     if (program_)
         return true;
-    const auto& path = drawingProgramPath();
-    if (path)
-        program_ = startProgram(*path, {}, G_SUBPROCESS_FLAGS_STDERR_SILENCE);
-    if (!program_)
-        return false;
-    reader_ = std::make_unique<fetching::MessageReader>(g_io_stream_get_input_stream(program_.stream.get()),
-        drawing::answerType, [this](const VariantPointer& answer) { take(answer); });
-    return true;
+    if (const auto& path = drawingProgramPath()) {
+        program_ = ProgramConnection::start(
+            { .path = *path, .flags = G_SUBPROCESS_FLAGS_STDERR_SILENCE, .answerType = drawing::answerType },
+            [this](const VariantPointer& answer) { take(answer); });
+    }
+    return program_ != nullptr;
 }
 
 void DrawingProgram::sendNext()
@@ -64,9 +61,10 @@ void DrawingProgram::sendNext()
             job.finish(nullptr);
             continue;
         }
-        // Where that fails the program has ended, and the reader will say so.
-        (void)send(program_, g_variant_ref(job.request.get()));
-        underWay_.push_back(std::move(job));
+        if (program_->send(g_variant_ref(job.request.get())))
+            underWay_.push_back(std::move(job));
+        else
+            job.finish(nullptr);
     }
     watch();
 }
@@ -98,7 +96,7 @@ void DrawingProgram::watch()
     deadline_.reset();
     resting_.reset();
     if (!underWay_.empty())
-        deadline_ = callAfter(drawingTimeoutMilliseconds, [this] { g_subprocess_force_exit(program_.process.get()); });
+        deadline_ = callAfter(drawingTimeoutMilliseconds, [this] { program_->forceExit(); });
     else if (program_)
         resting_ = callAfter(restMilliseconds, [this] { disconnect(); });
 }
@@ -108,8 +106,7 @@ void DrawingProgram::disconnect()
 {
     resting_.reset();
     deadline_.reset();
-    reader_.reset();
-    program_ = {};
+    program_.reset();
 }
 
 } // namespace desktop

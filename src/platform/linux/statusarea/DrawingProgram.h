@@ -1,6 +1,5 @@
 #pragma once
 
-#include "platform/linux/network/Messages.h"
 #include "platform/linux/network/ProgramConnection.h"
 
 #include <deque>
@@ -36,8 +35,7 @@ private:
     void watch();
     void disconnect();
 
-    ProgramConnection program_;
-    std::unique_ptr<fetching::MessageReader> reader_;
+    std::unique_ptr<ProgramConnection> program_;
     std::deque<Job> waiting_;
     std::deque<Job> underWay_;
     SourceHandle deadline_;
