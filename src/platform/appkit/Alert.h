@@ -7,6 +7,7 @@
 namespace appkit {
 
 class View;
+class Window;
 
 enum class AlertStyle { Warning, Informational, Critical };
 
@@ -24,10 +25,16 @@ public:
     /// button: Return is the first one's key, Escape the last one's. Other events are handled meanwhile.
     std::size_t runModal();
 
+    /// Shows the alert attached to the window and returns at once; nothing waits for the answer. The alert may go.
+    void beginSheetModal(const std::shared_ptr<Window>& window) const;
+
+    /// The alert that is attached to the window now, or null.
+    [[nodiscard]] static Alert* sheetOf(const Window& window);
+
     /// The alert whose answer runModal is waiting for, the latest of several, or null.
     [[nodiscard]] static Alert* running();
 
-    /// Answers a running alert.
+    /// Answers a running alert or a sheet.
     void performClick(std::size_t buttonIndex);
 
 private:

@@ -7,6 +7,7 @@
 
 namespace appkit {
 
+class Image;
 class Menu;
 
 class ApplicationDelegate {
@@ -40,6 +41,9 @@ public:
 
     /// The event whose handling is under way; none between events.
     [[nodiscard]] std::optional<Event> currentEvent() const;
+
+    /// The application's own icon.
+    [[nodiscard]] std::shared_ptr<Image> applicationIconImage() const;
 
     /// Makes the application the active one, even over another that the user works with.
     void activateIgnoringOtherApps();

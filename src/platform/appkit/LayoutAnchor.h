@@ -4,7 +4,7 @@ namespace appkit {
 
 class View;
 
-enum class LayoutAttribute { Leading, Trailing, Top, Bottom, CenterY, Width, Height };
+enum class LayoutAttribute { Leading, Trailing, Top, Bottom, CenterX, CenterY, Width, Height };
 
 /// One edge, centre line or length of a view, to be tied to another by a constraint. A loan of the view.
 struct LayoutAnchor {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/appkit/Action.h"
+#include "platform/appkit/Color.h"
 #include "platform/appkit/Font.h"
 #include "platform/appkit/View.h"
 
@@ -11,6 +12,9 @@
 namespace appkit {
 
 class TextField;
+
+enum class TextAlignment { Natural, Center, Right };
+enum class LineBreakMode { ByClipping, ByTruncatingTail };
 
 class TextFieldDelegate {
 public:
@@ -26,10 +30,15 @@ class TextField : public View {
 public:
     TextField();
 
-    /// A text that the user can neither edit nor select.
+    /// A text, of one or more lines, that the user can neither edit nor select, without border and background.
     [[nodiscard]] static std::shared_ptr<TextField> label(std::string_view text);
 
     void setFont(const Font& font);
+    /// These are for labels.
+    void setTextColor(Color color);
+    void setAlignment(TextAlignment alignment);
+    /// What becomes of a line that is longer than the label is wide.
+    void setLineBreakMode(LineBreakMode mode);
 
     void setStringValue(std::string_view text);
     [[nodiscard]] std::string stringValue() const;
@@ -54,9 +63,11 @@ public:
     /// Runs an editing command as its key does: the delegate first, then the field itself. True: handled.
     bool doCommandBySelector(std::string_view selector);
 
-private:
+protected:
+    /// An entry of the side's own.
     explicit TextField(std::unique_ptr<Native> native);
 
+private:
     Action action_;
     std::weak_ptr<TextFieldDelegate> delegate_;
     bool sendsActionOnEndEditing_ = true;

@@ -30,6 +30,11 @@ public:
     /// Puts the view above those added before it.
     void addSubview(std::shared_ptr<View> subview);
     [[nodiscard]] const std::vector<std::shared_ptr<View>>& subviews() const { return subviews_; }
+    void removeFromSuperview();
+
+    /// Tells views of the same make apart from others.
+    void setIdentifier(std::string_view identifier) { identifier_ = identifier; }
+    [[nodiscard]] const std::string& identifier() const { return identifier_; }
 
     /// In the superview's coordinates.
     [[nodiscard]] foundation::Rect frame() const;
@@ -70,6 +75,7 @@ public:
 
     [[nodiscard]] XAxisAnchor leadingAnchor() { return { *this, LayoutAttribute::Leading }; }
     [[nodiscard]] XAxisAnchor trailingAnchor() { return { *this, LayoutAttribute::Trailing }; }
+    [[nodiscard]] XAxisAnchor centerXAnchor() { return { *this, LayoutAttribute::CenterX }; }
     [[nodiscard]] YAxisAnchor topAnchor() { return { *this, LayoutAttribute::Top }; }
     [[nodiscard]] YAxisAnchor bottomAnchor() { return { *this, LayoutAttribute::Bottom }; }
     [[nodiscard]] YAxisAnchor centerYAnchor() { return { *this, LayoutAttribute::CenterY }; }
@@ -89,6 +95,8 @@ protected:
 private:
     std::unique_ptr<Native> native_;
     std::vector<std::shared_ptr<View>> subviews_;
+    View* superview_ = nullptr;
+    std::string identifier_;
     std::string toolTip_;
 };
 

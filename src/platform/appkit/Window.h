@@ -58,6 +58,9 @@ public:
     /// Which corner stays, the system decides.
     void setContentSize(foundation::Size size);
 
+    /// Into the middle of the screen, a little above.
+    void center();
+
     /// Gives the window the keyboard.
     void makeKeyWindow();
     [[nodiscard]] bool isKeyWindow() const;

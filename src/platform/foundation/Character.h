@@ -9,4 +9,7 @@ namespace foundation {
 /// text.
 [[nodiscard]] std::string uppercasedFirstCharacter(std::string_view text);
 
+/// In lower case, whatever the user's language.
+[[nodiscard]] std::string lowercased(std::string_view text);
+
 } // namespace foundation

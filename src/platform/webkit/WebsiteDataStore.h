@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 
 namespace webkit {
@@ -8,6 +9,10 @@ namespace webkit {
 class WebsiteDataStore {
 public:
     static std::shared_ptr<WebsiteDataStore> defaultDataStore();
+
+    /// Removes all data of all kinds and sites, of whatever time, also those that open pages have. The handler is
+    /// called on the main thread, when all is gone.
+    void removeAllData(std::function<void()> completionHandler);
 
     ~WebsiteDataStore();
     WebsiteDataStore(const WebsiteDataStore&) = delete;
