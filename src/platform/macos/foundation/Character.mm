@@ -13,4 +13,9 @@ std::string uppercasedFirstCharacter(std::string_view text)
     return textFrom([native substringWithRange:first].uppercaseString);
 }
 
+std::string lowercased(std::string_view text)
+{
+    return textFrom(nativeText(text).lowercaseString);
+}
+
 } // namespace foundation

@@ -11,6 +11,13 @@ std::shared_ptr<WebsiteDataStore> WebsiteDataStore::defaultDataStore()
     return store;
 }
 
+void WebsiteDataStore::removeAllData(std::function<void()> completionHandler)
+{
+    [native_->store removeDataOfTypes:[WKWebsiteDataStore allWebsiteDataTypes]
+                        modifiedSince:NSDate.distantPast
+                    completionHandler:^{ completionHandler(); }];
+}
+
 WebsiteDataStore::WebsiteDataStore(std::unique_ptr<Native> native)
     : native_(std::move(native))
 {
