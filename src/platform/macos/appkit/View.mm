@@ -39,14 +39,29 @@ View::View(HandlesMouse)
 
 View::~View()
 {
+    // Others may keep them for longer.
+    for (const auto& subview : subviews_)
+        subview->superview_ = nullptr;
     plainView(*this).owner = nullptr;
     [native_->view removeFromSuperview];
 }
 
 void View::addSubview(std::shared_ptr<View> subview)
 {
+    subview->removeFromSuperview();
     [native_->view addSubview:nativeView(*subview)];
+    subview->superview_ = this;
     subviews_.push_back(std::move(subview));
+}
+
+void View::removeFromSuperview()
+{
+    if (!superview_)
+        return;
+    // Held until the end: the superview may be the last owner.
+    const auto self = shared_from_this();
+    std::erase(std::exchange(superview_, nullptr)->subviews_, self);
+    [native_->view removeFromSuperview];
 }
 
 foundation::Rect View::frame() const
