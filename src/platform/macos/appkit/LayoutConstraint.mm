@@ -16,6 +16,8 @@ NSLayoutAttribute nativeAttribute(LayoutAttribute attribute)
         return NSLayoutAttributeTop;
     case LayoutAttribute::Bottom:
         return NSLayoutAttributeBottom;
+    case LayoutAttribute::CenterX:
+        return NSLayoutAttributeCenterX;
     case LayoutAttribute::CenterY:
         return NSLayoutAttributeCenterY;
     case LayoutAttribute::Width:

@@ -21,6 +21,7 @@ NSLayoutAttribute nativeAlignment(StackAlignment alignment, NSUserInterfaceLayou
     switch (alignment) {
     case StackAlignment::Leading:
         return isRow ? NSLayoutAttributeTop : NSLayoutAttributeLeading;
+    case StackAlignment::CenterX:
     case StackAlignment::CenterY:
         return isRow ? NSLayoutAttributeCenterY : NSLayoutAttributeCenterX;
     }
@@ -37,6 +38,11 @@ StackView::StackView(LayoutOrientation orientation, foundation::Rect frame)
 void StackView::setSpacing(double spacing)
 {
     nativeView<NSStackView>(*this).spacing = spacing;
+}
+
+void StackView::setCustomSpacing(double spacing, const View& after)
+{
+    [nativeView<NSStackView>(*this) setCustomSpacing:spacing afterView:nativeView(after)];
 }
 
 void StackView::setAlignment(StackAlignment alignment)

@@ -138,6 +138,11 @@ void Window::setContentSize(foundation::Size size)
     [native_->window setContentSize:nativeSize(size)];
 }
 
+void Window::center()
+{
+    [native_->window center];
+}
+
 void Window::makeKeyWindow()
 {
     [native_->window makeKeyWindow];
