@@ -1,9 +1,9 @@
 #include "platform/appkit/Application.h"
 
+#include "platform/appkit/Image.h"
 #include "platform/appkit/Menu.h"
+#include "platform/macos/appkit/Conversions.h"
 #include "platform/macos/appkit/MenuNative.h"
-
-#import <AppKit/AppKit.h>
 
 // A second start never comes here as applicationStartedAgain(): macOS brings the running program forward by itself.
 @interface PerchlyApplicationDelegate : NSObject <NSApplicationDelegate>
@@ -105,6 +105,12 @@ const std::shared_ptr<Menu>& Application::mainMenu() const
 std::optional<Event> Application::currentEvent() const
 {
     return eventFrom(native_->application.currentEvent);
+}
+
+std::shared_ptr<Image> Application::applicationIconImage() const
+{
+    // The same as NSApp.applicationIconImage, by its name.
+    return Image::imageNamed(textFrom(NSImageNameApplicationIcon));
 }
 
 void Application::activateIgnoringOtherApps()
