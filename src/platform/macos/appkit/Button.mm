@@ -1,36 +1,47 @@
 #include "platform/appkit/Button.h"
 
-#import "platform/macos/appkit/ActionTarget.h"
+#include "platform/macos/appkit/ControlNative.h"
+#include "platform/macos/appkit/Conversions.h"
 #include "platform/macos/appkit/ImageNative.h"
-#include "platform/macos/appkit/ViewNative.h"
 
 namespace appkit {
 namespace {
 
-std::unique_ptr<View::Native> makeButton()
+std::unique_ptr<View::Native> makeButton(NSButton* button)
 {
-    PerchlyActionTarget* target = [[PerchlyActionTarget alloc] init];
-    NSImage* blank = [[NSImage alloc] init];
-    return makeNative([NSButton buttonWithImage:blank target:target action:@selector(invoke:)], target);
+    return makeNativeControl(button, [[PerchlyActionTarget alloc] init]);
 }
 
 } // namespace
 
-Button::Button(Action action)
-    : View(makeButton())
+Button::Button(std::unique_ptr<Native> native, Action action)
+    : View(std::move(native))
     , action_(std::move(action))
 {
-    helperOf<PerchlyActionTarget>(*this).handler = ^{
-        // Held until the operation has returned, which may take the button away.
-        if (const auto self = weak_from_this().lock())
-            action_.send(*this);
-    };
+    helperOf<PerchlyActionTarget>(*this).handler = actionHandler(*this, action_);
 }
 
 std::shared_ptr<Button> Button::withImage(std::shared_ptr<Image> image, Action action)
 {
-    auto button = std::shared_ptr<Button>(new Button(std::move(action)));
+    NSButton* native = [NSButton buttonWithImage:[[NSImage alloc] init] target:nil action:nil];
+    auto button = std::shared_ptr<Button>(new Button(makeButton(native), std::move(action)));
     button->setImage(std::move(image));
+    return button;
+}
+
+std::shared_ptr<Button> Button::withTitle(std::string_view title, Action action)
+{
+    NSButton* native = [NSButton buttonWithTitle:nativeText(title) target:nil action:nil];
+    auto button = std::shared_ptr<Button>(new Button(makeButton(native), std::move(action)));
+    button->title_ = title;
+    return button;
+}
+
+std::shared_ptr<Button> Button::checkbox(std::string_view title, Action action)
+{
+    NSButton* native = [NSButton checkboxWithTitle:nativeText(title) target:nil action:nil];
+    auto button = std::shared_ptr<Button>(new Button(makeButton(native), std::move(action)));
+    button->title_ = title;
     return button;
 }
 
@@ -39,10 +50,35 @@ void Button::setBezelStyle(BezelStyle style)
     nativeView<NSButton>(*this).bezelStyle = static_cast<NSBezelStyle>(style);
 }
 
+void Button::setBordered(bool bordered)
+{
+    nativeView<NSButton>(*this).bordered = bordered;
+}
+
+void Button::setContentTintColor(Color color)
+{
+    nativeView<NSButton>(*this).contentTintColor = nativeColor(color);
+}
+
+void Button::setFont(const Font& font)
+{
+    nativeView<NSButton>(*this).font = nativeFont(font);
+}
+
+void Button::setState(ControlState state)
+{
+    nativeView<NSButton>(*this).state = state == ControlState::On ? NSControlStateValueOn : NSControlStateValueOff;
+}
+
+ControlState Button::state() const
+{
+    return nativeView<NSButton>(*this).state == NSControlStateValueOn ? ControlState::On : ControlState::Off;
+}
+
 void Button::setImage(std::shared_ptr<Image> image)
 {
     image_ = std::move(image);
-    nativeView<NSButton>(*this).image = nativeImage(image_);
+    nativeView<NSButton>(*this).image = image_ ? nativeImage(image_) : [[NSImage alloc] init];
 }
 
 void Button::setEnabled(bool enabled)

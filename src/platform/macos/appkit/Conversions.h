@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/appkit/Color.h"
 #include "platform/appkit/Font.h"
 #include "platform/foundation/Geometry.h"
 #include "platform/macos/foundation/Conversions.h"
@@ -57,6 +58,20 @@ using foundation::textFrom;
 [[nodiscard]] inline NSFont* nativeFont(const Font& font)
 {
     return [NSFont systemFontOfSize:font.pointSize weight:nativeWeight(font.weight)];
+}
+
+[[nodiscard]] inline NSColor* nativeColor(Color color)
+{
+    switch (color) {
+    case Color::Label:
+        return NSColor.labelColor;
+    case Color::SecondaryLabel:
+        return NSColor.secondaryLabelColor;
+    case Color::Link:
+        return NSColor.linkColor;
+    case Color::SystemRed:
+        return NSColor.systemRedColor;
+    }
 }
 
 } // namespace appkit

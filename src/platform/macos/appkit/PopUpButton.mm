@@ -1,13 +1,23 @@
 #include "platform/appkit/PopUpButton.h"
 
+#include "platform/macos/appkit/ControlNative.h"
 #include "platform/macos/appkit/Conversions.h"
-#include "platform/macos/appkit/ViewNative.h"
 
 namespace appkit {
+namespace {
+
+std::unique_ptr<View::Native> makePopUp()
+{
+    NSPopUpButton* button = [[NSPopUpButton alloc] initWithFrame:NSZeroRect pullsDown:NO];
+    return makeNativeControl(button, [[PerchlyActionTarget alloc] init]);
+}
+
+} // namespace
 
 PopUpButton::PopUpButton()
-    : View(makeNative([[NSPopUpButton alloc] initWithFrame:NSZeroRect pullsDown:NO]))
+    : View(makePopUp())
 {
+    helperOf<PerchlyActionTarget>(*this).handler = actionHandler(*this, action_);
 }
 
 void PopUpButton::addItem(std::string_view title)
@@ -22,6 +32,19 @@ void PopUpButton::addItem(std::string_view title)
 void PopUpButton::selectItemAt(std::size_t index)
 {
     [nativeView<NSPopUpButton>(*this) selectItemAtIndex:static_cast<NSInteger>(index)];
+}
+
+void PopUpButton::selectItemWithTitle(std::string_view title)
+{
+    NSPopUpButton* button = nativeView<NSPopUpButton>(*this);
+    // AppKit would choose nothing at all instead of a title that isn't there.
+    if (NSMenuItem* item = [button itemWithTitle:nativeText(title)])
+        [button selectItem:item];
+}
+
+std::string PopUpButton::titleOfSelectedItem() const
+{
+    return textFrom(nativeView<NSPopUpButton>(*this).titleOfSelectedItem);
 }
 
 std::size_t PopUpButton::indexOfSelectedItem() const

@@ -1,8 +1,8 @@
 #include "platform/appkit/TextField.h"
 
-#import "platform/macos/appkit/ActionTarget.h"
+#include "platform/macos/appkit/ControlNative.h"
 #include "platform/macos/appkit/Conversions.h"
-#include "platform/macos/appkit/ViewNative.h"
+#include "platform/macos/appkit/TextFieldNative.h"
 
 /// A field's target and delegate.
 @interface PerchlyTextFieldHelper : PerchlyActionTarget <NSTextFieldDelegate>
@@ -22,38 +22,45 @@
 namespace appkit {
 namespace {
 
-std::unique_ptr<View::Native> makeField()
+NSTextAlignment nativeAlignment(TextAlignment alignment)
 {
-    NSTextField* field = [[NSTextField alloc] init];
-    PerchlyTextFieldHelper* helper = [[PerchlyTextFieldHelper alloc] init];
-    field.target = helper;
-    field.action = @selector(invoke:);
-    field.delegate = helper;
-    return makeNative(field, helper);
+    switch (alignment) {
+    case TextAlignment::Natural:
+        return NSTextAlignmentNatural;
+    case TextAlignment::Center:
+        return NSTextAlignmentCenter;
+    case TextAlignment::Right:
+        return NSTextAlignmentRight;
+    }
 }
 
 } // namespace
 
-TextField::TextField()
-    : View(makeField())
+std::unique_ptr<View::Native> makeNativeField(NSTextField* field)
 {
-    auto* helper = helperOf<PerchlyTextFieldHelper>(*this);
-    // Both hold the field until the operation has returned, which may take it away, and are silent for one that is
-    // going: AppKit ends its editing then.
-    helper.handler = ^{
-        if (const auto self = weak_from_this().lock())
-            action_.send(*this);
-    };
-    helper.commandHandler = ^BOOL(NSString* selector) {
-        const auto self = weak_from_this().lock();
-        const auto delegate = self ? delegate_.lock() : nullptr;
-        return delegate && delegate->controlDoCommandBySelector(*this, textFrom(selector));
-    };
+    PerchlyTextFieldHelper* helper = [[PerchlyTextFieldHelper alloc] init];
+    field.delegate = helper;
+    return makeNativeControl(field, helper);
+}
+
+TextField::TextField()
+    : TextField(makeNativeField([[NSTextField alloc] init]))
+{
 }
 
 TextField::TextField(std::unique_ptr<Native> native)
     : View(std::move(native))
 {
+    // Nil for a label, which the user can do nothing with.
+    auto* helper = helperOf<PerchlyTextFieldHelper>(*this);
+    // Both are silent for a field that is going: AppKit ends its editing then.
+    helper.handler = actionHandler(*this, action_);
+    helper.commandHandler = ^BOOL(NSString* selector) {
+        // Held until the operation has returned, which may take the field away.
+        const auto self = weak_from_this().lock();
+        const auto delegate = self ? delegate_.lock() : nullptr;
+        return delegate && delegate->controlDoCommandBySelector(*this, textFrom(selector));
+    };
 }
 
 std::shared_ptr<TextField> TextField::label(std::string_view text)
@@ -65,6 +72,22 @@ std::shared_ptr<TextField> TextField::label(std::string_view text)
 void TextField::setFont(const Font& font)
 {
     nativeView<NSTextField>(*this).font = nativeFont(font);
+}
+
+void TextField::setTextColor(Color color)
+{
+    nativeView<NSTextField>(*this).textColor = nativeColor(color);
+}
+
+void TextField::setAlignment(TextAlignment alignment)
+{
+    nativeView<NSTextField>(*this).alignment = nativeAlignment(alignment);
+}
+
+void TextField::setLineBreakMode(LineBreakMode mode)
+{
+    nativeView<NSTextField>(*this).lineBreakMode
+        = mode == LineBreakMode::ByTruncatingTail ? NSLineBreakByTruncatingTail : NSLineBreakByClipping;
 }
 
 void TextField::setStringValue(std::string_view text)
