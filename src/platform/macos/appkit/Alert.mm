@@ -2,17 +2,23 @@
 
 #include "platform/macos/appkit/Conversions.h"
 #include "platform/macos/appkit/ViewNative.h"
+#include "platform/macos/appkit/WindowNative.h"
+
+#include <algorithm>
 
 namespace appkit {
 
 struct Alert::Native {
     NSAlert* alert;
-    Alert* before;
+    /// Whose answer an outer runModal is waiting for.
+    Alert* before = nullptr;
 };
 
 namespace {
 
 Alert* runningAlert = nullptr;
+/// Each kept by its sheet's completion handler.
+std::vector<Alert*> sheets;
 
 NSAlertStyle nativeStyle(AlertStyle style)
 {
@@ -76,6 +82,27 @@ std::size_t Alert::runModal()
     // Another response says that the session was ended without an answer.
     return response < NSAlertFirstButtonReturn ? native.alert.buttons.count - 1
                                                : static_cast<std::size_t>(response - NSAlertFirstButtonReturn);
+}
+
+void Alert::beginSheetModal(const std::shared_ptr<Window>& window) const
+{
+    struct Sheet {
+        Alert alert;
+        Native native;
+    };
+    const auto sheet = std::make_shared<Sheet>(Sheet { *this, { makeAlert(*this) } });
+    sheet->alert.native_ = &sheet->native;
+    sheets.push_back(&sheet->alert);
+    [sheet->native.alert beginSheetModalForWindow:window->native().window
+                                completionHandler:^(NSModalResponse response) { std::erase(sheets, &sheet->alert); }];
+}
+
+Alert* Alert::sheetOf(const Window& window)
+{
+    NSWindow* attached = window.native().window.attachedSheet;
+    const auto found
+        = std::ranges::find_if(sheets, [attached](Alert* each) { return each->native_->alert.window == attached; });
+    return found == sheets.end() ? nullptr : *found;
 }
 
 Alert* Alert::running()
