@@ -9,7 +9,8 @@ target_sources(perchly_platform PRIVATE
   macos/webkit/WebViewDelegate.mm)
 
 target_link_libraries(perchly_foundation PUBLIC "-framework Foundation")
-target_link_libraries(perchly_platform PUBLIC "-framework AppKit" "-framework WebKit")
+target_link_libraries(perchly_platform PUBLIC "-framework AppKit" "-framework UniformTypeIdentifiers"
+  "-framework WebKit")
 
 # The program, which is made after the platform library, becomes a bundle.
 cmake_language(DEFER DIRECTORY ${PROJECT_SOURCE_DIR}/src
