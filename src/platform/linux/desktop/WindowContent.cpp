@@ -4,6 +4,17 @@
 
 namespace desktop {
 
+namespace {
+
+bool hasFocus(GtkWidget* widget)
+{
+    auto* root = gtk_widget_get_root(widget);
+    auto* focus = root ? gtk_root_get_focus(root) : nullptr;
+    return focus && (focus == widget || gtk_widget_is_ancestor(focus, widget));
+}
+
+} // namespace
+
 void takeOut(GtkWidget* widget)
 {
     auto* parent = gtk_widget_get_parent(widget);
@@ -11,10 +22,14 @@ void takeOut(GtkWidget* widget)
         return;
     desktop::rememberFirstResponder(widget);
     // Otherwise the window looks for another widget to focus, and finds one in the content that comes next.
-    if (auto* root = gtk_widget_get_root(widget))
-        gtk_root_set_focus(root, nullptr);
+    if (hasFocus(widget))
+        gtk_root_set_focus(gtk_widget_get_root(widget), nullptr);
     if (GTK_IS_WINDOW(parent))
         gtk_window_set_child(GTK_WINDOW(parent), nullptr);
+    else if (GTK_IS_SCROLLED_WINDOW(parent))
+        gtk_scrolled_window_set_child(GTK_SCROLLED_WINDOW(parent), nullptr);
+    else if (GTK_IS_VIEWPORT(parent))
+        gtk_viewport_set_child(GTK_VIEWPORT(parent), nullptr);
     else
         gtk_widget_unparent(widget);
 }
