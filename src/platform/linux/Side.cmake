@@ -11,6 +11,7 @@ target_sources(perchly_foundation PRIVATE linux/network/Messages.cpp linux/netwo
 target_sources(perchly_platform PRIVATE
   linux/appkit/MenuKeys.cpp
   linux/appkit/MenuRows.cpp
+  linux/appkit/TableCells.cpp
   linux/appkit/WindowKeys.cpp
   linux/desktop/AlertWindow.cpp
   linux/desktop/AxisLayout.cpp
@@ -42,6 +43,13 @@ target_sources(perchly_platform PRIVATE
   linux/statusarea/StatusNotifierItem.cpp
   linux/statusarea/StatusNotifierWatcher.cpp
   linux/statusarea/SymbolicIcon.cpp
+  linux/table/ColumnLayout.cpp
+  linux/table/RowGeometry.cpp
+  linux/table/Table.cpp
+  linux/table/TableKeyboard.cpp
+  linux/table/TableRows.cpp
+  linux/table/TableStrip.cpp
+  linux/table/TableWidget.cpp
   linux/webkit/EngineWidget.cpp
   linux/webkit/MediaSilencer.cpp
   linux/webkit/PageDialogs.cpp

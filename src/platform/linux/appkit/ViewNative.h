@@ -7,6 +7,7 @@
 
 #include <gtk/gtk.h>
 
+#include <memory>
 #include <vector>
 
 namespace appkit {
@@ -23,6 +24,8 @@ struct View::Native {
     /// What was asked for; the widget's own size once it is on the screen.
     foundation::Rect frame;
     desktop::RequestedSize requestedSize;
+    /// What else a subclass needs for as long as the view lives.
+    std::shared_ptr<void> helper;
 };
 
 /// Makes the toolkit ready and wraps the widget that `make` returns.

@@ -1,0 +1,226 @@
+#include "platform/linux/table/TableWidget.h"
+
+namespace desktop {
+namespace {
+
+constexpr auto style = R"(
+columnview.perchly-table > listview > row > cell { padding: 0; }
+columnview.perchly-table > header > button { padding: 0 5px; }
+columnview.perchly-table > header > button:first-child { border-left-style: none; border-right-style: none; }
+)";
+
+enum Property : guint { horizontalAdjustment = 1, verticalAdjustment, horizontalPolicy, verticalPolicy };
+
+struct TableWidget {
+    GtkWidget widget;
+    Table* table;
+    GtkScrollablePolicy policies[2];
+};
+
+struct ListWidget {
+    GtkWidget widget;
+};
+
+TableWidget& self(gpointer widget)
+{
+    return *static_cast<TableWidget*>(widget);
+}
+
+gpointer parentClass()
+{
+    return g_type_class_peek(GTK_TYPE_WIDGET);
+}
+
+/// As little as anybody cares to give it: it scrolls.
+void measureNothing(
+    GtkWidget*, GtkOrientation, int, int* minimum, int* natural, int* minimumBaseline, int* naturalBaseline)
+{
+    *minimum = *natural = 0;
+    *minimumBaseline = *naturalBaseline = -1;
+}
+
+void initializeListClass(gpointer instanceClass, gpointer)
+{
+    auto* widgetClass = GTK_WIDGET_CLASS(instanceClass);
+    widgetClass->measure = measureNothing;
+    widgetClass->size_allocate
+        = [](GtkWidget* list, int width, int, int) { tableOf(gtk_widget_get_parent(list)).allocateRows(width); };
+    gtk_widget_class_set_css_name(widgetClass, "listview");
+    gtk_widget_class_set_accessible_role(widgetClass, GTK_ACCESSIBLE_ROLE_ROW_GROUP);
+}
+
+GtkWidget* makeList()
+{
+    static const auto type = g_type_register_static_simple(GTK_TYPE_WIDGET, "PerchlyTableList", sizeof(GtkWidgetClass),
+        initializeListClass, sizeof(ListWidget), nullptr, static_cast<GTypeFlags>(0));
+    auto* list = GTK_WIDGET(g_object_new(type, nullptr));
+    gtk_widget_add_css_class(list, "view");
+    gtk_widget_add_css_class(list, "separators");
+    gtk_widget_set_overflow(list, GTK_OVERFLOW_HIDDEN);
+    return list;
+}
+
+void measure(GtkWidget* widget, GtkOrientation orientation, int, int* minimum, int* natural, int* minimumBaseline,
+    int* naturalBaseline)
+{
+    *minimum = orientation == GTK_ORIENTATION_VERTICAL ? self(widget).table->headerHeight() : 0;
+    *natural = self(widget).table->naturalLength(orientation);
+    *minimumBaseline = *naturalBaseline = -1;
+}
+
+void getProperty(GObject* object, guint property, GValue* value, GParamSpec* specification)
+{
+    const auto& widget = self(object);
+    switch (property) {
+    case horizontalAdjustment:
+        return g_value_set_object(value, widget.table->adjustment(GTK_ORIENTATION_HORIZONTAL));
+    case verticalAdjustment:
+        return g_value_set_object(value, widget.table->adjustment(GTK_ORIENTATION_VERTICAL));
+    case horizontalPolicy:
+    case verticalPolicy:
+        return g_value_set_enum(value, widget.policies[property - horizontalPolicy]);
+    default:
+        G_OBJECT_WARN_INVALID_PROPERTY_ID(object, property, specification);
+    }
+}
+
+void setProperty(GObject* object, guint property, const GValue* value, GParamSpec* specification)
+{
+    auto& widget = self(object);
+    switch (property) {
+    case horizontalAdjustment:
+        return widget.table->setAdjustment(
+            GTK_ORIENTATION_HORIZONTAL, static_cast<GtkAdjustment*>(g_value_get_object(value)));
+    case verticalAdjustment:
+        return widget.table->setAdjustment(
+            GTK_ORIENTATION_VERTICAL, static_cast<GtkAdjustment*>(g_value_get_object(value)));
+    case horizontalPolicy:
+    case verticalPolicy:
+        widget.policies[property - horizontalPolicy] = static_cast<GtkScrollablePolicy>(g_value_get_enum(value));
+        return;
+    default:
+        G_OBJECT_WARN_INVALID_PROPERTY_ID(object, property, specification);
+    }
+}
+
+void dispose(GObject* object)
+{
+    self(object).table->dismantle();
+    G_OBJECT_CLASS(parentClass())->dispose(object);
+}
+
+void finalize(GObject* object)
+{
+    delete self(object).table;
+    G_OBJECT_CLASS(parentClass())->finalize(object);
+}
+
+gboolean grabFocus(GtkWidget* widget)
+{
+    return self(widget).table->focusRow() || GTK_WIDGET_CLASS(parentClass())->grab_focus(widget);
+}
+
+void initializeClass(gpointer instanceClass, gpointer)
+{
+    auto* objectClass = G_OBJECT_CLASS(instanceClass);
+    objectClass->get_property = getProperty;
+    objectClass->set_property = setProperty;
+    objectClass->dispose = dispose;
+    objectClass->finalize = finalize;
+    g_object_class_override_property(objectClass, horizontalAdjustment, "hadjustment");
+    g_object_class_override_property(objectClass, verticalAdjustment, "vadjustment");
+    g_object_class_override_property(objectClass, horizontalPolicy, "hscroll-policy");
+    g_object_class_override_property(objectClass, verticalPolicy, "vscroll-policy");
+    auto* widgetClass = GTK_WIDGET_CLASS(instanceClass);
+    widgetClass->measure = measure;
+    widgetClass->size_allocate
+        = [](GtkWidget* widget, int width, int height, int) { self(widget).table->allocate(width, height); };
+    widgetClass->grab_focus = grabFocus;
+    widgetClass->focus = [](GtkWidget* widget, GtkDirectionType direction) -> gboolean {
+        return self(widget).table->moveFocus(direction);
+    };
+    gtk_widget_class_set_css_name(widgetClass, "columnview");
+    gtk_widget_class_set_accessible_role(widgetClass, GTK_ACCESSIBLE_ROLE_GRID);
+}
+
+void initializeScrollable(gpointer interface, gpointer)
+{
+    static_cast<GtkScrollableInterface*>(interface)->get_border
+        = [](GtkScrollable* scrollable, GtkBorder* border) -> gboolean {
+        *border = {};
+        border->top = static_cast<gint16>(self(scrollable).table->headerHeight());
+        return TRUE;
+    };
+}
+
+void addKeys(GtkWidget* widget)
+{
+    auto* keys = gtk_event_controller_key_new();
+    connect<gboolean(guint, guint, GdkModifierType)>(keys, "key-pressed",
+        [widget](guint key, guint, GdkModifierType state) -> gboolean {
+            const auto isPlain = (state & gtk_accelerator_get_default_mod_mask()) == 0;
+            return isPlain && self(widget).table->performKey(key);
+        })
+        .keep();
+    gtk_widget_add_controller(widget, keys);
+}
+
+/// What is in a row and knows what to do with a click keeps it for itself.
+void addClicks(GtkWidget* widget)
+{
+    auto* click = gtk_gesture_click_new();
+    connect<void(int, double, double)>(click, "pressed", [widget](int, double, double y) {
+        self(widget).table->press(y);
+    }).keep();
+    connect<void(int, double, double)>(click, "released", [widget](int count, double, double y) {
+        if (count == 2)
+            self(widget).table->doubleClick(y);
+    }).keep();
+    gtk_widget_add_controller(widget, GTK_EVENT_CONTROLLER(click));
+}
+
+void initialize(GTypeInstance* instance, gpointer)
+{
+    auto* widget = reinterpret_cast<GtkWidget*>(instance);
+    gtk_widget_add_css_class(widget, "view");
+    gtk_widget_add_css_class(widget, "perchly-table");
+    gtk_widget_set_overflow(widget, GTK_OVERFLOW_HIDDEN);
+    gtk_widget_set_focusable(widget, TRUE);
+    self(widget).table = new Table(widget, makeList());
+    addKeys(widget);
+    addClicks(widget);
+}
+
+void addStyle()
+{
+    auto* provider = gtk_css_provider_new();
+    gtk_css_provider_load_from_data(provider, style, -1);
+    gtk_style_context_add_provider_for_display(
+        gdk_display_get_default(), GTK_STYLE_PROVIDER(provider), GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+    g_object_unref(provider);
+}
+
+GType registerType()
+{
+    addStyle();
+    const auto type = g_type_register_static_simple(GTK_TYPE_WIDGET, "PerchlyTable", sizeof(GtkWidgetClass),
+        initializeClass, sizeof(TableWidget), initialize, static_cast<GTypeFlags>(0));
+    const GInterfaceInfo scrollable { initializeScrollable, nullptr, nullptr };
+    g_type_add_interface_static(type, GTK_TYPE_SCROLLABLE, &scrollable);
+    return type;
+}
+
+} // namespace
+
+GtkWidget* makeTableWidget()
+{
+    static const auto type = registerType();
+    return GTK_WIDGET(g_object_new(type, nullptr));
+}
+
+Table& tableOf(GtkWidget* tableWidget)
+{
+    return *self(tableWidget).table;
+}
+
+} // namespace desktop
