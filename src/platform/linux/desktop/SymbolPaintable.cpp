@@ -1,5 +1,10 @@
 #include "platform/linux/desktop/SymbolPaintable.h"
 
+#include <cstddef>
+#include <map>
+#include <system_error>
+#include <tuple>
+
 namespace desktop {
 namespace {
 
@@ -74,9 +79,7 @@ GType symbolPaintableType()
     return type;
 }
 
-} // namespace
-
-ObjectPointer<GdkPaintable> makeSymbolPaintable(const std::filesystem::path& drawing, int size, int scale)
+ObjectPointer<GdkPaintable> readSymbolPaintable(const std::filesystem::path& drawing, int size, int scale)
 {
     auto made = adopt(static_cast<GdkPaintable*>(g_object_new(symbolPaintableType(), nullptr)));
     auto& symbol = self(made.get());
@@ -85,6 +88,25 @@ ObjectPointer<GdkPaintable> makeSymbolPaintable(const std::filesystem::path& dra
     if (pixels)
         symbol.coverage = gdk_texture_new_for_pixbuf(pixels.get());
     return made;
+}
+
+} // namespace
+
+ObjectPointer<GdkPaintable> makeSymbolPaintable(const std::filesystem::path& drawing, int size, int scale)
+{
+    using Key = std::tuple<std::filesystem::path, std::filesystem::file_time_type, int, int>;
+    // Far more than buttons of one window show. Reading a drawing takes longer than all else that a button does.
+    constexpr std::size_t enough = 64;
+    static std::map<Key, ObjectPointer<GdkPaintable>> known;
+    std::error_code ignored;
+    const Key key(drawing, std::filesystem::last_write_time(drawing, ignored), size, scale);
+    auto found = known.find(key);
+    if (found == known.end()) {
+        if (known.size() == enough)
+            known.clear();
+        found = known.emplace(key, readSymbolPaintable(drawing, size, scale)).first;
+    }
+    return retain(found->second.get());
 }
 
 } // namespace desktop
