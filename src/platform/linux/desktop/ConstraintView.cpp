@@ -125,6 +125,17 @@ void allocate(GtkWidget* widget, int width, int height, int)
     }
 }
 
+/// A child that has left takes its constraints along, and must not be kept alive by them.
+void dropConstraintsOfFormerChildren(GtkWidget* constraintView, GtkOrientation axis)
+{
+    const auto hasLeft = [constraintView](const Anchor& anchor) {
+        return anchor.child && gtk_widget_get_parent(anchor.child.get()) != constraintView;
+    };
+    std::erase_if(self(constraintView)->constraints->along(axis), [hasLeft](const Constraint& constraint) {
+        return hasLeft(constraint.first) || (constraint.second && hasLeft(*constraint.second));
+    });
+}
+
 void dispose(GObject* object)
 {
     self(object)->constraints->horizontal.clear();
@@ -183,6 +194,7 @@ void addConstraint(GtkWidget* constraintView, GtkOrientation axis, const WidgetA
     Constraint constraint { anchorFrom(first), std::nullopt, constant };
     if (second)
         constraint.second = anchorFrom(*second);
+    dropConstraintsOfFormerChildren(constraintView, axis);
     self(constraintView)->constraints->along(axis).push_back(std::move(constraint));
     gtk_widget_queue_resize(constraintView);
 }
