@@ -18,4 +18,9 @@ inline void postBookmarksDidChange()
     foundation::NotificationCenter::defaultCenter().post(bookmarksDidChange);
 }
 
+inline void postSettingsDidChange()
+{
+    foundation::NotificationCenter::defaultCenter().post(settingsDidChange);
+}
+
 } // namespace perchly::notifications

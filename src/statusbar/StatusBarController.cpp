@@ -1,6 +1,7 @@
 #include "statusbar/StatusBarController.h"
 
 #include "Product.h"
+#include "bookmarklist/BookmarkListViewController.h"
 #include "bookmarks/Address.h"
 #include "bookmarks/Bookmark.h"
 #include "bookmarks/BookmarkManager.h"
@@ -12,17 +13,22 @@
 #include "platform/appkit/StatusBar.h"
 #include "platform/appkit/StatusBarButton.h"
 #include "platform/appkit/StatusItem.h"
-#include "platform/appkit/Window.h"
+#include "platform/appkit/WindowController.h"
 #include "platform/appkit/Workspace.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/FatalError.h"
 #include "platform/foundation/Log.h"
 #include "platform/foundation/Text.h"
 #include "platform/foundation/UserDefaults.h"
+#include "settings/SettingsViewController.h"
+#include "statusbar/AboutWindow.h"
+#include "statusbar/BookmarkDialog.h"
 #include "statusbar/StatusMenu.h"
 
 namespace perchly {
 namespace {
+
+using appkit::WindowStyleMask;
 
 constexpr std::chrono::milliseconds saveDelay { 500 };
 
@@ -35,6 +41,22 @@ void openInDefaultBrowser(std::string_view address)
 const Bookmark* representedBookmark(const appkit::MenuItem& item)
 {
     return std::any_cast<Bookmark>(&item.representedObject());
+}
+
+std::shared_ptr<appkit::WindowController> makeWindowController(std::string_view title, foundation::Size size,
+    const std::shared_ptr<appkit::ViewController>& content, WindowStyleMask style)
+{
+    const auto window = appkit::Window::create({ {}, size }, style);
+    window->setTitle(title);
+    window->setContentViewController(content);
+    window->center();
+    return std::make_shared<appkit::WindowController>(window);
+}
+
+void bringForward(const appkit::WindowController& controller)
+{
+    controller.window()->makeKeyAndOrderFront();
+    appkit::Application::sharedApplication().activateIgnoringOtherApps();
 }
 
 std::shared_ptr<appkit::Image> statusItemImage()
@@ -92,9 +114,9 @@ void StatusBarController::updateMenu()
     auto menu = makeStatusMenu(BookmarkManager::shared().bookmarks(),
         {
             .showBrowserWindow = { "showBrowserWindow", self, &Self::showBrowserWindow },
-            .showBookmarkList = {},
-            .showSettings = {},
-            .showAbout = {},
+            .showBookmarkList = { "showBookmarkList", self, &Self::showBookmarkList },
+            .showSettings = { "showSettings", self, &Self::showSettings },
+            .showAbout = { "showAbout", self, &Self::showAbout },
             .quitApp = { "quitApp", self, &Self::quitApp },
             .pinnedBookmarkClicked = { "pinnedBookmarkClicked:", self, &Self::pinnedBookmarkClicked },
             .openInSystemBrowserClicked = { "openInSystemBrowserClicked:", self, &Self::openInSystemBrowserClicked },
@@ -181,6 +203,60 @@ void StatusBarController::showBookmarkInPopover(const Bookmark& bookmark)
 {
     foundation::assertMainThread();
     surfaces_->showInPopover(surfaces_->browserViewControllerForBookmark(&bookmark), statusItem_->button().get());
+}
+
+void StatusBarController::showBookmarkList()
+{
+    foundation::assertMainThread();
+    if (!bookmarkListWindowController_) {
+        const auto list = std::make_shared<BookmarkListViewController>();
+        list->setDelegate(weak_from_this());
+        bookmarkListWindowController_ = makeWindowController("Bookmarks Manager", { 950, 500 }, list,
+            WindowStyleMask::Titled | WindowStyleMask::Closable | WindowStyleMask::Miniaturizable
+                | WindowStyleMask::Resizable);
+    }
+    bringForward(*bookmarkListWindowController_);
+}
+
+void StatusBarController::showSettings()
+{
+    foundation::assertMainThread();
+    if (!settingsWindowController_) {
+        settingsWindowController_ = makeWindowController("Settings", { 450, 420 },
+            std::make_shared<SettingsViewController>(), WindowStyleMask::Titled | WindowStyleMask::Closable);
+        settingsWindowController_->window()->setLevel(appkit::WindowLevel::Floating);
+    }
+    bringForward(*settingsWindowController_);
+}
+
+void StatusBarController::showAbout()
+{
+    foundation::assertMainThread();
+    showAboutWindow({ "openAppWebsite", weak_from_this(), &StatusBarController::openAppWebsite });
+}
+
+void StatusBarController::closeAboutWindow(appkit::Sender& /*sender*/)
+{
+    foundation::assertMainThread();
+}
+
+void StatusBarController::showAddBookmarkDialog(
+    const std::optional<Bookmark>& bookmark, const std::shared_ptr<BookmarkListViewController>& list)
+{
+    foundation::assertMainThread();
+    appkit::Application::sharedApplication().activateIgnoringOtherApps();
+    auto entered = askForBookmark(bookmark);
+    if (!entered)
+        return;
+    auto& store = BookmarkManager::shared();
+    if (bookmark)
+        store.updateBookmark(std::move(*entered));
+    else
+        store.addBookmark(std::move(*entered));
+    updateMenu();
+    notifications::postBookmarksDidChange();
+    if (list)
+        list->reloadBookmarks();
 }
 
 void StatusBarController::openAppWebsite()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "bookmarklist/BookmarkListViewControllerDelegate.h"
 #include "browser/BrowserViewController.h"
 #include "pinned/PinnedBookmarkManagerDelegate.h"
 #include "platform/appkit/Popover.h"
@@ -14,6 +15,7 @@ namespace appkit {
 class MenuItem;
 class StatusBarButton;
 class StatusItem;
+class WindowController;
 } // namespace appkit
 
 namespace perchly {
@@ -22,6 +24,7 @@ namespace perchly {
 class StatusBarController : public appkit::PopoverDelegate,
                             public BrowserViewControllerDelegate,
                             public PinnedBookmarkManagerDelegate,
+                            public BookmarkListViewControllerDelegate,
                             public std::enable_shared_from_this<StatusBarController> {
 public:
     [[nodiscard]] static std::shared_ptr<StatusBarController> create();
@@ -29,16 +32,27 @@ public:
     /// The status item's own click, where no menu takes it: shows the general browser, or closes the popover.
     void statusBarButtonClicked();
     void showBrowserWindow();
+    /// Brings up the bookmark manager, and the settings: each one window, made at the first time.
+    void showBookmarkList();
+    void showSettings();
+    /// Each time a window of its own.
+    void showAbout();
+    /// Nothing: the About window's own button closes it.
+    void closeAboutWindow(appkit::Sender& sender);
     void openAppWebsite();
     void quitApp();
     void pinnedBookmarkClicked(appkit::MenuItem& sender);
     void openInSystemBrowserClicked(appkit::MenuItem& sender);
 
     /// Builds the menu anew from the store and attaches it to the status item.
-    void updateMenu();
+    void updateMenu() override;
+
+    /// Waits for the user's answer, saves what was entered, and announces it.
+    void showAddBookmarkDialog(
+        const std::optional<Bookmark>& bookmark, const std::shared_ptr<BookmarkListViewController>& list) override;
 
     /// Shows the bookmark's browser under the main status item as it is, without a reload.
-    void showBookmarkInPopover(const Bookmark& bookmark);
+    void showBookmarkInPopover(const Bookmark& bookmark) override;
 
     /// The click on a bookmark's own item: brings its window forward, or opens one if the bookmark prefers that, or
     /// else shows its browser in the popover under that item.
@@ -52,6 +66,15 @@ public:
 
     [[nodiscard]] const std::shared_ptr<appkit::StatusItem>& statusItem() const { return statusItem_; }
     [[nodiscard]] BrowserSurfaces& surfaces() { return *surfaces_; }
+    // Null until first shown.
+    [[nodiscard]] const std::shared_ptr<appkit::WindowController>& bookmarkListWindowController() const
+    {
+        return bookmarkListWindowController_;
+    }
+    [[nodiscard]] const std::shared_ptr<appkit::WindowController>& settingsWindowController() const
+    {
+        return settingsWindowController_;
+    }
 
     void popoverDidClose() override;
     void browserDidResize(BrowserViewController& controller, double width, double height) override;
@@ -68,6 +91,8 @@ private:
 
     std::shared_ptr<appkit::StatusItem> statusItem_;
     std::optional<BrowserSurfaces> surfaces_;
+    std::shared_ptr<appkit::WindowController> bookmarkListWindowController_;
+    std::shared_ptr<appkit::WindowController> settingsWindowController_;
     std::unique_ptr<foundation::Timer> saveTimer_;
     foundation::ObservationToken settingsObservation_;
     foundation::ObservationToken bookmarksObservation_;
