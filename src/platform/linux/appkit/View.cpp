@@ -107,7 +107,19 @@ bool View::isHidden() const
 void View::setToolTip(std::string_view text)
 {
     toolTip_ = text;
-    gtk_widget_set_tooltip_text(native_->widget.get(), toolTip_.empty() ? nullptr : toolTip_.c_str());
+    auto* widget = native_->widget.get();
+    gtk_accessible_update_property(GTK_ACCESSIBLE(widget), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, toolTip_.c_str(), -1);
+    if (gtk_widget_get_has_tooltip(widget))
+        return;
+    // The text is handed over when it is due. Given beforehand, it has the toolkit ask the display each time where the
+    // pointer is, which takes longer than all else that a row of buttons does.
+    gtk_widget_set_has_tooltip(widget, TRUE);
+    const auto tell = [this](int, int, gboolean, GtkTooltip* toolTip) -> gboolean {
+        gtk_tooltip_set_text(toolTip, toolTip_.empty() ? nullptr : toolTip_.c_str());
+        return !toolTip_.empty();
+    };
+    native_->connections.push_back(
+        desktop::connect<gboolean(int, int, gboolean, GtkTooltip*)>(widget, "query-tooltip", tell));
 }
 
 void View::setAccessibilityLabel(std::string_view label)
