@@ -2,8 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 namespace {
 
+using foundation::lowercased;
 using foundation::uppercasedFirstCharacter;
 
 TEST(CharacterTest, TheFirstLetterIsPutInUpperCase)
@@ -79,6 +82,37 @@ TEST(CharacterTest, NoTextIsTooLong)
         text += "\u0301";
 
     EXPECT_EQ(uppercasedFirstCharacter(text + "x"), "E" + text.substr(1));
+}
+
+TEST(CharacterTest, LettersArePutInLowerCase)
+{
+    EXPECT_EQ(lowercased(""), "");
+    EXPECT_EQ(lowercased("YouTube @[`{ 42"), "youtube @[`{ 42");
+    EXPECT_EQ(lowercased("ÉLAN Straße ЖУК ΩMEGA"), "élan straße жук ωmega");
+    EXPECT_EQ(lowercased("日本 🚀 e\u0301"), "日本 🚀 e\u0301");
+    EXPECT_EQ(lowercased("ẞ"), "ß");
+}
+
+TEST(CharacterTest, LowerCaseMayBeLonger)
+{
+    EXPECT_EQ(lowercased("İstanbul"), "i\u0307stanbul");
+}
+
+TEST(CharacterTest, ASigmaEndsAWordInItsOwnForm)
+{
+    EXPECT_EQ(lowercased("ΟΔΟΣ"), "οδος");
+    EXPECT_EQ(lowercased("ΟΔΟΣ ΣΟΦΙΑΣ, Σ"), "οδος σοφιας, σ");
+}
+
+TEST(CharacterTest, LowerCaseLeavesDamagedTextAsItIs)
+{
+    EXPECT_EQ(lowercased("A\xFF\xC3"), "a\xFF\xC3");
+    EXPECT_EQ(lowercased("É\xE2\x82 B"), "é\xE2\x82 b");
+}
+
+TEST(CharacterTest, LowerCaseKeepsNullCharacters)
+{
+    EXPECT_EQ(lowercased(std::string_view("É\0B", 4)), std::string("é\0b", 4));
 }
 
 } // namespace
