@@ -9,6 +9,9 @@ target_link_libraries(perchly_foundation PUBLIC PkgConfig::GIO)
 target_sources(perchly_foundation PRIVATE linux/network/Messages.cpp linux/network/ProgramConnection.cpp)
 
 target_sources(perchly_platform PRIVATE
+  linux/appkit/ColorNative.cpp
+  linux/appkit/FilePanel.cpp
+  linux/appkit/FontNative.cpp
   linux/appkit/MenuKeys.cpp
   linux/appkit/MenuRows.cpp
   linux/appkit/TableCells.cpp
@@ -16,10 +19,13 @@ target_sources(perchly_platform PRIVATE
   linux/desktop/AlertWindow.cpp
   linux/desktop/AxisLayout.cpp
   linux/desktop/ConstraintView.cpp
+  linux/desktop/DrawingPaintable.cpp
   linux/desktop/FirstResponder.cpp
+  linux/desktop/FrontWindow.cpp
   linux/desktop/Monitors.cpp
   linux/desktop/Pointer.cpp
   linux/desktop/Shortcut.cpp
+  linux/desktop/StackContainer.cpp
   linux/desktop/SymbolPaintable.cpp
   linux/desktop/Toolkit.cpp
   linux/desktop/WindowContent.cpp

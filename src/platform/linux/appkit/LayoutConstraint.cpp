@@ -21,6 +21,8 @@ AxisAttribute alongAxis(LayoutAttribute attribute)
         return { GTK_ORIENTATION_HORIZONTAL, AxisLayout::Attribute::Start };
     case LayoutAttribute::Trailing:
         return { GTK_ORIENTATION_HORIZONTAL, AxisLayout::Attribute::End };
+    case LayoutAttribute::CenterX:
+        return { GTK_ORIENTATION_HORIZONTAL, AxisLayout::Attribute::Center };
     case LayoutAttribute::Width:
         return { GTK_ORIENTATION_HORIZONTAL, AxisLayout::Attribute::Length };
     case LayoutAttribute::Top:

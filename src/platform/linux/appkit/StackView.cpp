@@ -1,6 +1,7 @@
 #include "platform/appkit/StackView.h"
 
 #include "platform/linux/appkit/ViewNative.h"
+#include "platform/linux/desktop/StackContainer.h"
 
 namespace appkit {
 namespace {
@@ -23,7 +24,7 @@ int pixels(double points)
 } // namespace
 
 StackView::StackView(LayoutOrientation orientation, foundation::Rect frame)
-    : View(makeNative([orientation] { return gtk_box_new(nativeOrientation(orientation), 0); }))
+    : View(makeNative([orientation] { return desktop::makeStackContainer(nativeOrientation(orientation)); }))
 {
     native().frame = frame;
     if (frame != foundation::Rect {})
@@ -32,7 +33,12 @@ StackView::StackView(LayoutOrientation orientation, foundation::Rect frame)
 
 void StackView::setSpacing(double spacing)
 {
-    gtk_box_set_spacing(GTK_BOX(widgetOf(*this)), pixels(spacing));
+    desktop::setSpacing(widgetOf(*this), pixels(spacing));
+}
+
+void StackView::setCustomSpacing(double spacing, const View& after)
+{
+    desktop::setSpacingAfter(widgetOf(after), pixels(spacing));
 }
 
 void StackView::setAlignment(StackAlignment alignment)
@@ -42,18 +48,17 @@ void StackView::setAlignment(StackAlignment alignment)
 
 void StackView::setEdgeInsets(const EdgeInsets& insets)
 {
-    auto* box = widgetOf(*this);
-    gtk_widget_set_margin_top(box, pixels(insets.top));
-    gtk_widget_set_margin_start(box, pixels(insets.left));
-    gtk_widget_set_margin_bottom(box, pixels(insets.bottom));
-    gtk_widget_set_margin_end(box, pixels(insets.right));
+    desktop::setInsets(widgetOf(*this),
+        { .top = pixels(insets.top),
+            .start = pixels(insets.left),
+            .bottom = pixels(insets.bottom),
+            .end = pixels(insets.right) });
 }
 
 void StackView::addArrangedSubview(std::shared_ptr<View> view)
 {
     auto* widget = widgetOf(*view);
-    const auto isColumn = gtk_orientable_get_orientation(GTK_ORIENTABLE(widgetOf(*this))) == GTK_ORIENTATION_VERTICAL;
-    if (isColumn)
+    if (desktop::orientationOf(widgetOf(*this)) == GTK_ORIENTATION_VERTICAL)
         gtk_widget_set_halign(widget, alignmentAcross(alignment_));
     else
         gtk_widget_set_valign(widget, alignmentAcross(alignment_));

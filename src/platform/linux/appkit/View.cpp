@@ -10,6 +10,7 @@
 #include "platform/linux/desktop/Shortcut.h"
 #include "platform/linux/desktop/WindowContent.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace appkit {
@@ -62,13 +63,30 @@ View::View(HandlesMouse)
 View::~View()
 {
     native_->connections.clear();
+    native_->typing.disconnect();
+    for (const auto& subview : subviews_)
+        subview->superview_ = nullptr;
     desktop::takeOut(native_->widget.get());
 }
 
 void View::addSubview(std::shared_ptr<View> subview)
 {
+    subview->removeFromSuperview();
+    subview->superview_ = this;
     gtk_widget_insert_before(widgetOf(*subview), native_->widget.get(), nullptr);
     subviews_.push_back(std::move(subview));
+}
+
+void View::removeFromSuperview()
+{
+    if (!superview_)
+        return;
+    auto& siblings = std::exchange(superview_, nullptr)->subviews_;
+    const auto place = std::ranges::find(siblings, this, &std::shared_ptr<View>::get);
+    // Held until the end: the superview may be the last owner.
+    const auto self = *place;
+    siblings.erase(place);
+    desktop::takeOut(native_->widget.get());
 }
 
 foundation::Rect View::frame() const
@@ -107,6 +125,7 @@ bool View::isHidden() const
 void View::setToolTip(std::string_view text)
 {
     toolTip_ = text;
+    native_->nameAfterToolTip(toolTip_);
     auto* widget = native_->widget.get();
     gtk_accessible_update_property(GTK_ACCESSIBLE(widget), GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, toolTip_.c_str(), -1);
     if (gtk_widget_get_has_tooltip(widget))
@@ -124,8 +143,16 @@ void View::setToolTip(std::string_view text)
 
 void View::setAccessibilityLabel(std::string_view label)
 {
+    native_->hasAccessibilityLabel = true;
     gtk_accessible_update_property(
         GTK_ACCESSIBLE(native_->widget.get()), GTK_ACCESSIBLE_PROPERTY_LABEL, std::string(label).c_str(), -1);
+}
+
+void View::Native::nameAfterToolTip(const std::string& toolTip) const
+{
+    if (hasAccessibilityLabel || !GTK_IS_BUTTON(widget.get()) || gtk_button_get_label(GTK_BUTTON(widget.get())))
+        return;
+    gtk_accessible_update_property(GTK_ACCESSIBLE(widget.get()), GTK_ACCESSIBLE_PROPERTY_LABEL, toolTip.c_str(), -1);
 }
 
 void View::setAccessibilityRole(AccessibilityRole role)

@@ -8,6 +8,7 @@
 #include <gtk/gtk.h>
 
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace appkit {
@@ -19,11 +20,17 @@ struct View::Native {
     {
     }
 
+    /// A button that shows neither text nor a picture with a name says to screen readers what its tool tip says.
+    void nameAfterToolTip(const std::string& toolTip) const;
+
     desktop::ObjectPointer<GtkWidget> widget;
     std::vector<desktop::SignalConnection> connections;
+    /// Tells of what the user types, in a field that does so at each key.
+    desktop::SignalConnection typing;
     /// What was asked for; the widget's own size once it is on the screen.
     foundation::Rect frame;
     desktop::RequestedSize requestedSize;
+    bool hasAccessibilityLabel = false;
     /// What else a subclass needs for as long as the view lives.
     std::shared_ptr<void> helper;
 };

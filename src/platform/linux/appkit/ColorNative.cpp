@@ -1,0 +1,27 @@
+#include "platform/linux/appkit/ColorNative.h"
+
+namespace appkit {
+namespace {
+
+void setClass(GtkWidget* widget, const char* name, bool isSet)
+{
+    if (isSet)
+        gtk_widget_add_css_class(widget, name);
+    else
+        gtk_widget_remove_css_class(widget, name);
+}
+
+} // namespace
+
+void setTextColor(GtkWidget* widget, Color color)
+{
+    setClass(widget, "dim-label", color == Color::SecondaryLabel);
+    setClass(widget, "system-red", color == Color::SystemRed);
+    // Themes have no name for the colour of links, only a look.
+    if (color == Color::Link)
+        gtk_widget_set_state_flags(widget, GTK_STATE_FLAG_LINK, FALSE);
+    else
+        gtk_widget_unset_state_flags(widget, GTK_STATE_FLAG_LINK);
+}
+
+} // namespace appkit

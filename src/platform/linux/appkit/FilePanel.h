@@ -1,0 +1,26 @@
+#pragma once
+
+#include "platform/appkit/SavePanel.h"
+
+#include <gtk/gtk.h>
+
+#include <string>
+
+namespace appkit {
+
+/// What a panel for choosing a file asks for.
+struct FilePanel {
+    GtkFileChooserAction action;
+    std::string title;
+    ContentType contentType;
+    /// Of a file to be saved.
+    std::string suggestedName {};
+};
+
+/// Shows the panel in front of the window that the user works with. The handler is called once.
+void beginFilePanel(const FilePanel& panel, SavePanel::CompletionHandler completionHandler);
+
+/// Ends every panel as if the user had cancelled it, so that the program can end.
+void cancelFilePanels();
+
+} // namespace appkit
