@@ -1,5 +1,7 @@
 #include "platform/appkit/Button.h"
 
+#include "platform/linux/appkit/ColorNative.h"
+#include "platform/linux/appkit/FontNative.h"
 #include "platform/linux/appkit/ImageNative.h"
 #include "platform/linux/appkit/ViewNative.h"
 #include "platform/linux/desktop/SymbolPaintable.h"
@@ -7,22 +9,50 @@
 namespace appkit {
 namespace {
 
-GtkWidget* makeButton()
+GtkWidget* prepared(GtkWidget* button)
 {
-    auto* button = gtk_button_new();
     gtk_widget_set_valign(button, GTK_ALIGN_CENTER);
     // Who types and clicks goes on typing where he did.
     gtk_widget_set_focus_on_click(button, FALSE);
     return button;
 }
 
+/// Its title, where it has one, or null.
+GtkWidget* labelIn(GtkWidget* button)
+{
+    auto* child = gtk_widget_get_first_child(button);
+    while (child && !GTK_IS_LABEL(child))
+        child = gtk_widget_get_next_sibling(child);
+    return child;
+}
+
+constexpr auto recessed = "recessed";
+constexpr auto borderless = "borderless";
+
+/// Marks the button or not. Neither of these has a frame, but a light ground under the pointer.
+void setFrameless(GtkWidget* button, const char* mark, bool isFrameless)
+{
+    if (!GTK_IS_BUTTON(button))
+        return;
+    if (isFrameless)
+        gtk_widget_add_css_class(button, mark);
+    else
+        gtk_widget_remove_css_class(button, mark);
+    const auto isFramed = !gtk_widget_has_css_class(button, recessed) && !gtk_widget_has_css_class(button, borderless);
+    gtk_button_set_has_frame(GTK_BUTTON(button), isFramed);
+}
+
 constexpr auto symbolSize = 16;
 
-void showPicture(GtkButton* button, const Image& image)
+/// Null: one of the same size with nothing on it.
+void showPicture(GtkButton* button, const Image* image)
 {
-    const auto scale = gtk_widget_get_scale_factor(GTK_WIDGET(button));
-    const auto picture = desktop::makeSymbolPaintable(image.native().path, symbolSize, scale);
-    auto* view = gtk_image_new_from_paintable(picture.get());
+    auto* view = gtk_image_new();
+    if (image) {
+        const auto scale = gtk_widget_get_scale_factor(GTK_WIDGET(button));
+        const auto picture = desktop::makeSymbolPaintable(image->native().path, symbolSize, scale);
+        gtk_image_set_from_paintable(GTK_IMAGE(view), picture.get());
+    }
     // A picture fills its view, so the view must not be larger than the picture.
     gtk_widget_set_halign(view, GTK_ALIGN_CENTER);
     gtk_widget_set_valign(view, GTK_ALIGN_CENTER);
@@ -31,24 +61,46 @@ void showPicture(GtkButton* button, const Image& image)
 
 } // namespace
 
-Button::Button(Action action)
-    : View(makeNative(makeButton))
+Button::Button(std::unique_ptr<Native> native, Action action)
+    : View(std::move(native))
     , action_(std::move(action))
 {
-    native().connections.push_back(desktop::connect<void()>(widgetOf(*this), "clicked", [this] {
+    auto* widget = widgetOf(*this);
+    const auto* signal = GTK_IS_CHECK_BUTTON(widget) ? "toggled" : "clicked";
+    this->native().connections.push_back(desktop::connect<void()>(widget, signal, [this] {
         // Held until the operation has returned, which may take the button away.
         if (const auto self = weak_from_this().lock())
             action_.send(*this);
     }));
-    // On a screen of another scale the picture is drawn anew, to stay crisp.
-    native().connections.push_back(desktop::connect<void(GParamSpec*)>(
-        widgetOf(*this), "notify::scale-factor", [this](GParamSpec*) { setImage(image_); }));
 }
 
 std::shared_ptr<Button> Button::withImage(std::shared_ptr<Image> image, Action action)
 {
-    auto button = std::shared_ptr<Button>(new Button(std::move(action)));
+    const auto make = [] { return prepared(gtk_button_new()); };
+    auto button = std::shared_ptr<Button>(new Button(makeNative(make), std::move(action)));
     button->setImage(std::move(image));
+    // On a screen of another scale the picture is drawn anew, to stay crisp.
+    button->native().connections.push_back(
+        desktop::connect<void(GParamSpec*)>(widgetOf(*button), "notify::scale-factor",
+            [self = button.get()](GParamSpec*) { showPicture(GTK_BUTTON(widgetOf(*self)), self->image().get()); }));
+    return button;
+}
+
+std::shared_ptr<Button> Button::withTitle(std::string_view title, Action action)
+{
+    const std::string text(title);
+    const auto make = [&text] { return prepared(gtk_button_new_with_label(text.c_str())); };
+    auto button = std::shared_ptr<Button>(new Button(makeNative(make), std::move(action)));
+    button->title_ = text;
+    return button;
+}
+
+std::shared_ptr<Button> Button::checkbox(std::string_view title, Action action)
+{
+    const std::string text(title);
+    const auto make = [&text] { return prepared(gtk_check_button_new_with_label(text.c_str())); };
+    auto button = std::shared_ptr<Button>(new Button(makeNative(make), std::move(action)));
+    button->title_ = text;
     return button;
 }
 
@@ -58,21 +110,47 @@ void Button::setBezelStyle(BezelStyle style)
         gtk_widget_add_css_class(widgetOf(*this), "textured-rounded");
     else
         gtk_widget_remove_css_class(widgetOf(*this), "textured-rounded");
+    setFrameless(widgetOf(*this), recessed, style == BezelStyle::Recessed);
+}
+
+void Button::setBordered(bool bordered)
+{
+    setFrameless(widgetOf(*this), borderless, !bordered);
+}
+
+void Button::setContentTintColor(Color color)
+{
+    setTextColor(widgetOf(*this), color);
+}
+
+void Button::setFont(const Font& font)
+{
+    if (auto* label = labelIn(widgetOf(*this)))
+        gtk_label_set_attributes(GTK_LABEL(label), attributesOf(font).get());
+}
+
+void Button::setState(ControlState state)
+{
+    if (auto* widget = widgetOf(*this); GTK_IS_CHECK_BUTTON(widget)) {
+        const desktop::SignalBlock nobodyClicked(native().connections.front());
+        gtk_check_button_set_active(GTK_CHECK_BUTTON(widget), state == ControlState::On);
+    }
+}
+
+ControlState Button::state() const
+{
+    auto* widget = widgetOf(*this);
+    const auto isOn = GTK_IS_CHECK_BUTTON(widget) && gtk_check_button_get_active(GTK_CHECK_BUTTON(widget));
+    return isOn ? ControlState::On : ControlState::Off;
 }
 
 void Button::setImage(std::shared_ptr<Image> image)
 {
     image_ = std::move(image);
-    auto* button = GTK_BUTTON(widgetOf(*this));
-    if (!image_) {
-        gtk_button_set_child(button, nullptr);
-        return;
-    }
-    showPicture(button, *image_);
+    showPicture(GTK_BUTTON(widgetOf(*this)), image_.get());
     gtk_widget_add_css_class(widgetOf(*this), "image-button");
-    const auto& description = image_->accessibilityDescription();
-    if (!description.empty())
-        gtk_accessible_update_property(GTK_ACCESSIBLE(button), GTK_ACCESSIBLE_PROPERTY_LABEL, description.c_str(), -1);
+    if (image_ && !image_->accessibilityDescription().empty())
+        setAccessibilityLabel(image_->accessibilityDescription());
 }
 
 void Button::setEnabled(bool enabled)
@@ -87,7 +165,11 @@ bool Button::isEnabled() const
 
 void Button::performClick()
 {
-    if (isEnabled())
+    if (!isEnabled())
+        return;
+    if (auto* widget = widgetOf(*this); GTK_IS_CHECK_BUTTON(widget))
+        gtk_check_button_set_active(GTK_CHECK_BUTTON(widget), !gtk_check_button_get_active(GTK_CHECK_BUTTON(widget)));
+    else
         action_.send(*this);
 }
 

@@ -1,5 +1,7 @@
 #include "platform/appkit/TextField.h"
 
+#include "platform/linux/appkit/ColorNative.h"
+#include "platform/linux/appkit/FontNative.h"
 #include "platform/linux/appkit/ViewNative.h"
 
 #include <array>
@@ -45,24 +47,13 @@ bool isWhollySelected(GtkEditable* editable)
     return start == 0 && end == g_utf8_strlen(text, -1);
 }
 
-/// The size of which stands for the theme's own.
-constexpr Font usualFont {};
-
-struct UnrefAttributes {
-    void operator()(PangoAttrList* list) const { pango_attr_list_unref(list); }
-};
-
-PangoWeight nativeWeight(FontWeight weight)
+/// False for a field that is not for searching, or empty already.
+bool clearSearch(GtkWidget* widget)
 {
-    switch (weight) {
-    case FontWeight::Regular:
-        return PANGO_WEIGHT_NORMAL;
-    case FontWeight::Medium:
-        return PANGO_WEIGHT_MEDIUM;
-    case FontWeight::Bold:
-        break;
-    }
-    return PANGO_WEIGHT_BOLD;
+    if (!GTK_IS_SEARCH_ENTRY(widget) || *gtk_editable_get_text(GTK_EDITABLE(widget)) == '\0')
+        return false;
+    gtk_editable_set_text(GTK_EDITABLE(widget), "");
+    return true;
 }
 
 using Connections = std::vector<desktop::SignalConnection>;
@@ -79,15 +70,22 @@ std::shared_ptr<const bool> watchComposing(GtkWidget* entry, Connections& connec
 } // namespace
 
 TextField::TextField()
-    : View(makeNative(gtk_entry_new))
+    : TextField(makeNative(gtk_entry_new))
+{
+    gtk_widget_add_css_class(widgetOf(*this), "rounded-bezel");
+}
+
+TextField::TextField(std::unique_ptr<Native> native)
+    : View(std::move(native))
 {
     auto* entry = widgetOf(*this);
-    gtk_widget_add_css_class(entry, "rounded-bezel");
-    gtk_entry_set_activates_default(GTK_ENTRY(entry), TRUE);
+    if (GTK_IS_LABEL(entry))
+        return;
+    g_object_set(entry, "activates-default", TRUE, nullptr);
     auto* keys = gtk_event_controller_key_new();
     gtk_event_controller_set_propagation_phase(keys, GTK_PHASE_CAPTURE);
     gtk_widget_add_controller(entry, keys);
-    auto& connections = native().connections;
+    auto& connections = this->native().connections;
     connections.push_back(desktop::connect<gboolean(guint, guint, GdkModifierType)>(keys, "key-pressed",
         [this, isComposing = watchComposing(entry, connections)](guint key, guint, GdkModifierType state) -> gboolean {
             // Held until the operation has returned, which may take the field away.
@@ -103,11 +101,6 @@ TextField::TextField()
     }));
 }
 
-TextField::TextField(std::unique_ptr<Native> native)
-    : View(std::move(native))
-{
-}
-
 std::shared_ptr<TextField> TextField::label(std::string_view text)
 {
     auto label = std::shared_ptr<TextField>(new TextField(makeNative([] { return gtk_label_new(nullptr); })));
@@ -118,13 +111,36 @@ std::shared_ptr<TextField> TextField::label(std::string_view text)
 
 void TextField::setFont(const Font& font)
 {
-    const std::unique_ptr<PangoAttrList, UnrefAttributes> attributes(pango_attr_list_new());
-    pango_attr_list_insert(attributes.get(), pango_attr_scale_new(font.pointSize / usualFont.pointSize));
-    pango_attr_list_insert(attributes.get(), pango_attr_weight_new(nativeWeight(font.weight)));
+    const auto attributes = attributesOf(font);
     if (auto* widget = widgetOf(*this); GTK_IS_LABEL(widget))
         gtk_label_set_attributes(GTK_LABEL(widget), attributes.get());
     else
-        gtk_entry_set_attributes(GTK_ENTRY(widget), attributes.get());
+        gtk_text_set_attributes(GTK_TEXT(gtk_editable_get_delegate(GTK_EDITABLE(widget))), attributes.get());
+}
+
+void TextField::setTextColor(Color color)
+{
+    appkit::setTextColor(widgetOf(*this), color);
+}
+
+void TextField::setAlignment(TextAlignment alignment)
+{
+    struct Alignment {
+        float place;
+        GtkJustification lines;
+    };
+    constexpr Alignment alignments[]
+        = { { 0, GTK_JUSTIFY_LEFT }, { 0.5F, GTK_JUSTIFY_CENTER }, { 1, GTK_JUSTIFY_RIGHT } };
+    const auto& [place, lines] = alignments[static_cast<std::size_t>(alignment)];
+    gtk_label_set_xalign(GTK_LABEL(widgetOf(*this)), place);
+    gtk_label_set_justify(GTK_LABEL(widgetOf(*this)), lines);
+}
+
+void TextField::setLineBreakMode(LineBreakMode mode)
+{
+    const auto isTruncating = mode == LineBreakMode::ByTruncatingTail;
+    gtk_label_set_ellipsize(GTK_LABEL(widgetOf(*this)), isTruncating ? PANGO_ELLIPSIZE_END : PANGO_ELLIPSIZE_NONE);
+    gtk_widget_set_overflow(widgetOf(*this), isTruncating ? GTK_OVERFLOW_VISIBLE : GTK_OVERFLOW_HIDDEN);
 }
 
 void TextField::setStringValue(std::string_view text)
@@ -132,6 +148,7 @@ void TextField::setStringValue(std::string_view text)
     if (auto* widget = widgetOf(*this); GTK_IS_LABEL(widget))
         return gtk_label_set_text(GTK_LABEL(widget), std::string(text).c_str());
     auto* editable = GTK_EDITABLE(widgetOf(*this));
+    const desktop::SignalBlock nobodyTypes(native().typing);
     const auto wasSelected = isWhollySelected(editable);
     gtk_editable_set_text(editable, std::string(text).c_str());
     // Who was about to type over the old text is about to type over the new one.
@@ -155,12 +172,14 @@ void TextField::selectText()
 
 void TextField::setPlaceholderString(std::string_view text)
 {
-    gtk_entry_set_placeholder_text(GTK_ENTRY(widgetOf(*this)), std::string(text).c_str());
+    g_object_set(widgetOf(*this), "placeholder-text", std::string(text).c_str(), nullptr);
 }
 
 std::string TextField::placeholderString() const
 {
-    const auto* text = gtk_entry_get_placeholder_text(GTK_ENTRY(widgetOf(*this)));
+    char* text = nullptr;
+    g_object_get(widgetOf(*this), "placeholder-text", &text, nullptr);
+    const desktop::GLibPointer<> owned(text);
     return text ? text : "";
 }
 
@@ -176,7 +195,9 @@ void TextField::setBezeled(bool bezeled)
 
 void TextField::setBordered(bool bordered)
 {
-    gtk_entry_set_has_frame(GTK_ENTRY(widgetOf(*this)), bordered);
+    // One for searching has the frame by which it is known.
+    if (auto* widget = widgetOf(*this); GTK_IS_ENTRY(widget))
+        gtk_entry_set_has_frame(GTK_ENTRY(widget), bordered);
 }
 
 void TextField::setSendsActionOnEndEditing(bool sends)
@@ -188,6 +209,8 @@ bool TextField::doCommandBySelector(std::string_view selector)
 {
     if (auto delegate = delegate_.lock(); delegate && delegate->controlDoCommandBySelector(*this, selector))
         return true;
+    if (selector == "cancelOperation:")
+        return clearSearch(widgetOf(*this));
     if (selector != "insertNewline:" || !action_)
         return false;
     action_.send(*this);

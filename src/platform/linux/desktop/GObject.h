@@ -109,6 +109,17 @@ public:
         emitter_ = nullptr;
     }
 
+    void block() const
+    {
+        if (emitter_)
+            g_signal_handler_block(emitter_, handler_);
+    }
+    void unblock() const
+    {
+        if (emitter_)
+            g_signal_handler_unblock(emitter_, handler_);
+    }
+
     void disconnect()
     {
         if (!emitter_)
@@ -140,6 +151,22 @@ template <class Signature, class Handler>
         emitter, signal, G_CALLBACK(trampoline), new Function(std::move(handler)), destroy, G_CONNECT_DEFAULT);
     return { emitter, id };
 }
+
+/// While it lives, the connection's handler is not called.
+class SignalBlock {
+public:
+    explicit SignalBlock(const SignalConnection& connection)
+        : connection_(connection)
+    {
+        connection_.block();
+    }
+    ~SignalBlock() { connection_.unblock(); }
+    SignalBlock(const SignalBlock&) = delete;
+    SignalBlock& operator=(const SignalBlock&) = delete;
+
+private:
+    const SignalConnection& connection_;
+};
 
 struct SourceDestroy {
     void operator()(GSource* source) const
