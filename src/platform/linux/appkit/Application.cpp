@@ -1,7 +1,9 @@
 #include "platform/appkit/Application.h"
 
+#include "platform/appkit/Image.h"
 #include "platform/linux/appkit/AlertNative.h"
 #include "platform/linux/appkit/EventScope.h"
+#include "platform/linux/appkit/FilePanel.h"
 #include "platform/linux/desktop/GObject.h"
 
 #include <array>
@@ -127,6 +129,15 @@ std::optional<Event> Application::currentEvent() const
     return eventUnderWay();
 }
 
+std::shared_ptr<Image> Application::applicationIconImage() const
+{
+    constexpr foundation::Size usualSize { 128, 128 };
+    auto icon = Image::imageNamed(applicationId);
+    if (icon)
+        icon->setSize(usualSize);
+    return icon;
+}
+
 void Application::activateIgnoringOtherApps()
 {
     // There is no active application on these desktops, only active windows, and each of ours asks for it when shown.
@@ -134,6 +145,7 @@ void Application::activateIgnoringOtherApps()
 
 void Application::terminate()
 {
+    cancelFilePanels();
     cancelRunningAlerts();
     g_application_quit(native_->application.get());
 }
