@@ -1,8 +1,11 @@
 #include "platform/appkit/Alert.h"
 
+#include "platform/appkit/Window.h"
 #include "platform/linux/appkit/AlertNative.h"
 #include "platform/linux/appkit/ViewNative.h"
+#include "platform/linux/appkit/WindowNative.h"
 #include "platform/linux/desktop/AlertWindow.h"
+#include "platform/linux/desktop/FrontWindow.h"
 #include "platform/linux/desktop/Toolkit.h"
 
 #include <algorithm>
@@ -10,14 +13,10 @@
 namespace appkit {
 
 struct Alert::Native {
-    GMainLoop* loop;
-    std::size_t answer;
+    struct Sheet;
 
-    void end(std::size_t buttonIndex)
-    {
-        answer = buttonIndex;
-        g_main_loop_quit(loop);
-    }
+    /// Called with the button that answers.
+    std::function<void(std::size_t)> end;
 };
 
 namespace {
@@ -25,17 +24,28 @@ namespace {
 /// The latest last.
 std::vector<Alert*> runningAlerts;
 
-GtkWindow* activeWindow()
+std::vector<std::string> titlesOf(const Alert& alert)
 {
-    GtkWindow* visible = nullptr;
-    auto* windows = gtk_window_list_toplevels();
-    for (auto* link = windows; link; link = link->next) {
-        auto* window = GTK_WINDOW(link->data);
-        if (gtk_window_is_active(window) || (!visible && gtk_widget_get_mapped(GTK_WIDGET(window))))
-            visible = window;
-    }
-    g_list_free(windows);
-    return visible;
+    return alert.buttonTitles.empty() ? std::vector<std::string> { "OK" } : alert.buttonTitles;
+}
+
+GtkWidget* accessoryOf(const Alert& alert)
+{
+    return alert.accessoryView ? widgetOf(*alert.accessoryView) : nullptr;
+}
+
+GtkWindow* makeWindow(const Alert& alert, GtkWindow* parent, const std::function<void(std::size_t)>& answer)
+{
+    return desktop::makeAlertWindow(
+        { alert.messageText, alert.informativeText, titlesOf(alert), accessoryOf(alert) }, parent, answer);
+}
+
+void takeDown(const Alert& alert, GtkWindow* window)
+{
+    // Its owner may still want to read it.
+    if (auto* accessory = accessoryOf(alert))
+        gtk_widget_unparent(accessory);
+    gtk_window_destroy(window);
 }
 
 } // namespace
@@ -43,23 +53,101 @@ GtkWindow* activeWindow()
 std::size_t Alert::runModal()
 {
     desktop::loadToolkit();
-    const auto titles = buttonTitles.empty() ? std::vector<std::string> { "OK" } : buttonTitles;
-    Native native { g_main_loop_new(nullptr, FALSE), titles.size() - 1 };
+    auto answer = titlesOf(*this).size() - 1;
+    auto* loop = g_main_loop_new(nullptr, FALSE);
+    Native native { [&](std::size_t buttonIndex) {
+        answer = buttonIndex;
+        g_main_loop_quit(loop);
+    } };
     native_ = &native;
-    auto* accessory = accessoryView ? widgetOf(*accessoryView) : nullptr;
-    auto* window = desktop::makeAlertWindow({ messageText, informativeText, titles, accessory }, activeWindow(),
-        [&native](std::size_t buttonIndex) { native.end(buttonIndex); });
+    auto* window = makeWindow(*this, desktop::frontWindow(), native.end);
     gtk_window_present(window);
     runningAlerts.push_back(this);
-    g_main_loop_run(native.loop);
+    g_main_loop_run(loop);
     runningAlerts.pop_back();
-    // Its owner may still want to read it.
-    if (accessory)
-        gtk_widget_unparent(accessory);
-    gtk_window_destroy(window);
-    g_main_loop_unref(native.loop);
+    takeDown(*this, window);
+    g_main_loop_unref(loop);
     native_ = nullptr;
-    return native.answer;
+    return answer;
+}
+
+/// An alert that is attached to a window, or is going to be when those before it have been answered. Ends with the
+/// window.
+struct Alert::Native::Sheet {
+    Sheet(const Alert& content, GtkWindow* newParent)
+        : alert(content)
+        , native { [this](std::size_t) { end(*this); } }
+        , parent(newParent)
+        , closing(desktop::connect<void()>(parent, "unmap", [this] { end(*this); }))
+        , going(desktop::connect<void()>(parent, "destroy", [this] { end(*this); }))
+    {
+        alert.native_ = &native;
+    }
+
+    void show()
+    {
+        // A group of its own: the other windows of the program stay usable.
+        group = desktop::adopt(gtk_window_group_new());
+        window = makeWindow(alert, parent, native.end);
+        gtk_window_group_add_window(group.get(), parent);
+        gtk_window_group_add_window(group.get(), window);
+        gtk_window_present(window);
+    }
+
+    static void begin(const Alert& alert, GtkWindow* parent)
+    {
+        const auto isFirst = !shownOn(parent);
+        sheets().push_back(std::make_unique<Sheet>(alert, parent));
+        if (isFirst)
+            sheets().back()->show();
+    }
+
+    static void end(Sheet& sheet)
+    {
+        const auto place = std::ranges::find(sheets(), &sheet, &std::unique_ptr<Sheet>::get);
+        const auto ended = std::move(*place);
+        sheets().erase(place);
+        if (!ended->window)
+            return;
+        gtk_window_group_remove_window(ended->group.get(), ended->parent);
+        takeDown(ended->alert, ended->window);
+        if (auto* next = shownOn(ended->parent))
+            next->show();
+    }
+
+    /// Null for none.
+    static Sheet* shownOn(const GtkWindow* parent)
+    {
+        const auto found = std::ranges::find(sheets(), parent, [](const auto& sheet) { return sheet->parent; });
+        return found == sheets().end() ? nullptr : found->get();
+    }
+
+    /// In the order in which they began.
+    static std::vector<std::unique_ptr<Sheet>>& sheets()
+    {
+        // Never destroyed: at exit it is too late to take windows down.
+        static auto& all = *new std::vector<std::unique_ptr<Sheet>>;
+        return all;
+    }
+
+    Alert alert;
+    Native native;
+    GtkWindow* parent;
+    desktop::ObjectPointer<GtkWindowGroup> group;
+    GtkWindow* window = nullptr;
+    desktop::SignalConnection closing;
+    desktop::SignalConnection going;
+};
+
+void Alert::beginSheetModal(const std::shared_ptr<Window>& window) const
+{
+    Native::Sheet::begin(*this, window->native().window);
+}
+
+Alert* Alert::sheetOf(const Window& window)
+{
+    auto* sheet = Native::Sheet::shownOn(window.native().window);
+    return sheet ? &sheet->alert : nullptr;
 }
 
 Alert* Alert::running()
@@ -69,14 +157,17 @@ Alert* Alert::running()
 
 void Alert::performClick(std::size_t buttonIndex)
 {
-    if (native_)
-        native_->end(buttonIndex);
+    if (!native_)
+        return;
+    // A copy: a sheet is gone after its answer.
+    const auto end = native_->end;
+    end(buttonIndex);
 }
 
 void cancelRunningAlerts()
 {
     for (auto* alert : runningAlerts)
-        alert->performClick(std::max<std::size_t>(alert->buttonTitles.size(), 1) - 1);
+        alert->performClick(titlesOf(*alert).size() - 1);
 }
 
 } // namespace appkit
