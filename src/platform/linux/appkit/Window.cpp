@@ -253,6 +253,20 @@ void Window::setContentSize(foundation::Size size)
         desktop::wholePixels(size.height) + titleBarInside(native_->window));
 }
 
+void Window::center()
+{
+    auto* display = gtk_widget_get_display(GTK_WIDGET(native_->window));
+    const auto areas = desktop::monitorAreas(display);
+    if (areas.empty())
+        return;
+    const auto whole = desktop::screenSpace(display).rectFrom(areas.front().workArea);
+    const auto size = frame().size;
+    // A third of the room stays above.
+    setFrame({ { whole.origin.x + (whole.size.width - size.width) / 2,
+                   whole.origin.y + (whole.size.height - size.height) * 2 / 3 },
+        size });
+}
+
 void Window::makeKeyWindow()
 {
     if (!native_->isOnScreen())
