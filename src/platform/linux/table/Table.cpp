@@ -120,6 +120,8 @@ void Table::update(bool anew)
     if (isUpdating_)
         return;
     const auto kept = retain(widget_);
+    if (const auto* row = enteredRow(); row && *row->index < geometry_.count)
+        cursor_ = row->index;
     isUpdating_ = true;
     for (auto attempt = 0; isOutdated_ && attempt < patience; ++attempt) {
         isOutdated_ = false;

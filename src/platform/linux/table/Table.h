@@ -51,8 +51,8 @@ public:
 
     // What the user does.
     // Places are the widget's own.
-    void press(double y);
-    void doubleClick(double y);
+    void beginClick(double y);
+    void endClick(double y, int count);
     /// False: not a key of the table's.
     bool performKey(guint key);
 
@@ -115,7 +115,9 @@ private:
     RowGeometry geometry_;
     TableRows rows_;
     std::optional<std::size_t> selectedRow_;
+    /// Where the keyboard was last.
     std::optional<std::size_t> cursor_;
+    std::optional<std::size_t> clickedRow_;
     Scrolling horizontal_;
     Scrolling vertical_;
     int width_ = 0;

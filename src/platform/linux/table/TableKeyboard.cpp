@@ -40,22 +40,24 @@ GtkDirectionType alongTabs(GtkDirectionType direction, bool isMirrored)
 
 } // namespace
 
-void Table::press(double y)
+void Table::beginClick(double y)
 {
-    const auto row = rowAt(y);
-    if (!row && y < headerHeight())
-        return;
-    select(row);
-    if (!row)
-        return;
-    cursor_ = row;
-    focusRow();
+    clickedRow_ = rowAt(y);
 }
 
-void Table::doubleClick(double y)
+void Table::endClick(double y, int count)
 {
-    select(rowAt(y));
-    if (client_)
+    const auto row = rowAt(y);
+    if (row != clickedRow_)
+        return;
+    const auto isDouble = count == 2;
+    if (row || isDouble || y >= headerHeight())
+        select(row);
+    if (row) {
+        cursor_ = row;
+        focusRow();
+    }
+    if (isDouble && client_)
         client_->performDoubleAction();
 }
 

@@ -165,16 +165,15 @@ void addKeys(GtkWidget* widget)
     gtk_widget_add_controller(widget, keys);
 }
 
-/// What is in a row and knows what to do with a click keeps it for itself.
+/// What is in a row and knows what to do with a click takes it when it ends.
 void addClicks(GtkWidget* widget)
 {
     auto* click = gtk_gesture_click_new();
     connect<void(int, double, double)>(click, "pressed", [widget](int, double, double y) {
-        self(widget).table->press(y);
+        self(widget).table->beginClick(y);
     }).keep();
     connect<void(int, double, double)>(click, "released", [widget](int count, double, double y) {
-        if (count == 2)
-            self(widget).table->doubleClick(y);
+        self(widget).table->endClick(y, count);
     }).keep();
     gtk_widget_add_controller(widget, GTK_EVENT_CONTROLLER(click));
 }
