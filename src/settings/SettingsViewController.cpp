@@ -30,7 +30,6 @@ std::shared_ptr<TextField> makeSectionLabel(std::string_view text)
     label->setFont(appkit::Font::systemFont(13));
     label->setAlignment(appkit::TextAlignment::Right);
     label->setTranslatesAutoresizingMaskIntoConstraints(false);
-    appkit::activateConstraints({ label->heightAnchor().equalToConstant(22) });
     return label;
 }
 
@@ -73,7 +72,7 @@ void SettingsViewController::loadView()
     const auto self = weak_from_this();
     auto resetButton = makePushButton("Reset All Data", { "resetAllData", self, &Self::resetAllData });
     resetButton->setContentTintColor(appkit::Color::SystemRed);
-    const auto grid = std::make_shared<appkit::GridView>(std::vector<appkit::GridView::Row> {
+    const std::vector<appkit::GridView::Row> rows {
         { makeSectionLabel("General:"),
             Button::checkbox("Launch at login", { "toggleLaunchAtLogin:", self, &Self::toggleLaunchAtLogin }) },
         { appkit::Box::separator(), nullptr },
@@ -83,7 +82,8 @@ void SettingsViewController::loadView()
                 "Deletes cookies and local storage.") },
         { makeSectionLabel("Factory Reset:"),
             makeExplained(std::move(resetButton), "Restores bookmarks and settings to defaults.") },
-    });
+    };
+    const auto grid = std::make_shared<appkit::GridView>(rows);
     grid->setTranslatesAutoresizingMaskIntoConstraints(false);
     grid->setRowSpacing(20);
     grid->setColumnSpacing(20);
@@ -92,6 +92,10 @@ void SettingsViewController::loadView()
     grid->mergeCells(1);
     grid->setColumnWidth(0, 120);
     grid->setColumnXPlacement(0, appkit::GridXPlacement::Trailing);
+    for (const auto& row : rows) {
+        if (const auto label = std::dynamic_pointer_cast<TextField>(row.front()))
+            appkit::activateConstraints({ label->heightAnchor().equalToConstant(22) });
+    }
 
     auto root = std::make_shared<View>(foundation::Rect { {}, viewSize });
     root->addSubview(grid);

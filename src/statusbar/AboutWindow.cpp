@@ -43,16 +43,6 @@ std::shared_ptr<TextField> makeLabel(const std::string& string, const Font& font
     return label;
 }
 
-std::shared_ptr<appkit::View> makeIcon()
-{
-    auto icon = std::make_shared<appkit::ImageView>(appkit::Application::sharedApplication().applicationIconImage());
-    appkit::activateConstraints({
-        icon->widthAnchor().equalToConstant(80),
-        icon->heightAnchor().equalToConstant(80),
-    });
-    return icon;
-}
-
 std::shared_ptr<Button> makeWebsiteButton(appkit::Action visitWebsite)
 {
     auto button = Button::withTitle("Visit Website", std::move(visitWebsite));
@@ -67,7 +57,6 @@ std::shared_ptr<Button> makeCloseButton(const std::shared_ptr<Window>& window)
 {
     auto button = Button::withTitle("OK", { "close", std::weak_ptr(window), &Window::close });
     button->setBezelStyle(appkit::BezelStyle::Rounded);
-    appkit::activateConstraints({ button->widthAnchor().equalToConstant(100) });
     return button;
 }
 
@@ -76,7 +65,9 @@ std::shared_ptr<appkit::StackView> makeStack(const std::shared_ptr<Window>& wind
     auto stack = std::make_shared<appkit::StackView>(appkit::LayoutOrientation::Vertical);
     stack->setSpacing(10);
     stack->setAlignment(appkit::StackAlignment::CenterX);
-    stack->addArrangedSubview(makeIcon());
+    const auto icon
+        = std::make_shared<appkit::ImageView>(appkit::Application::sharedApplication().applicationIconImage());
+    stack->addArrangedSubview(icon);
     stack->addArrangedSubview(makeLabel(std::string(product::name), Font::systemFont(18, FontWeight::Bold)));
     stack->addArrangedSubview(makeLabel(text({ "Version ", product::version, " (Build ", product::build, ")" }),
         Font::systemFont(12), Color::SecondaryLabel));
@@ -86,7 +77,13 @@ std::shared_ptr<appkit::StackView> makeStack(const std::shared_ptr<Window>& wind
         text({ "© 2025 ", product::maker, "\nAll rights reserved." }), Font::systemFont(11), Color::SecondaryLabel);
     stack->addArrangedSubview(rights);
     stack->setCustomSpacing(25, *rights);
-    stack->addArrangedSubview(makeCloseButton(window));
+    const auto close = makeCloseButton(window);
+    stack->addArrangedSubview(close);
+    appkit::activateConstraints({
+        icon->widthAnchor().equalToConstant(80),
+        icon->heightAnchor().equalToConstant(80),
+        close->widthAnchor().equalToConstant(100),
+    });
     return stack;
 }
 
