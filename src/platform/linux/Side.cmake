@@ -60,6 +60,7 @@ target_sources(perchly_platform PRIVATE
   linux/webkit/MediaSilencer.cpp
   linux/webkit/PageDialogs.cpp
   linux/webkit/PageRecovery.cpp
+  linux/webkit/StorageFolders.cpp
   linux/webkit/TabKey.cpp)
 target_include_directories(perchly_platform SYSTEM PRIVATE
   ${TOOLKIT_INCLUDE_DIRS} ${ENGINE_INCLUDE_DIRS})

@@ -4,6 +4,7 @@
 #include "platform/linux/desktop/Toolkit.h"
 #include "platform/linux/foundation/UserDirectory.h"
 #include "platform/linux/webkit/EngineWidget.h"
+#include "platform/linux/webkit/StorageFolders.h"
 #include "platform/linux/webkit/WebsiteDataStoreNative.h"
 
 namespace webkit {
@@ -48,6 +49,12 @@ std::unique_ptr<WebsiteDataStore::Native> makeStore()
         WebsiteDataStore::Native { std::move(session), std::move(downloads) });
 }
 
+/// One that is under way.
+struct Removal {
+    desktop::ObjectPointer<WebKitNetworkSession> session;
+    std::function<void()> completionHandler;
+};
+
 } // namespace
 
 std::shared_ptr<WebsiteDataStore> WebsiteDataStore::defaultDataStore()
@@ -63,5 +70,24 @@ WebsiteDataStore::WebsiteDataStore(std::unique_ptr<Native> native)
 }
 
 WebsiteDataStore::~WebsiteDataStore() = default;
+
+void WebsiteDataStore::removeAllData(std::function<void()> completionHandler)
+{
+    auto* session = native_->session.get();
+    // The notes that tracking prevention takes of each site go only with their database.
+    webkit_network_session_set_itp_enabled(session, FALSE);
+    constexpr GTimeSpan ofWhateverTime = 0;
+    const auto finish = +[](GObject* manager, GAsyncResult* result, gpointer data) {
+        const std::unique_ptr<Removal> removal(static_cast<Removal*>(data));
+        webkit_website_data_manager_clear_finish(WEBKIT_WEBSITE_DATA_MANAGER(manager), result, nullptr);
+        webkit_network_session_set_itp_enabled(removal->session.get(), TRUE);
+        if (const auto* folder
+            = webkit_website_data_manager_get_base_data_directory(WEBKIT_WEBSITE_DATA_MANAGER(manager)))
+            removeEmptyStorage(folder);
+        removal->completionHandler();
+    };
+    webkit_website_data_manager_clear(webkit_network_session_get_website_data_manager(session), WEBKIT_WEBSITE_DATA_ALL,
+        ofWhateverTime, nullptr, finish, new Removal { desktop::retain(session), std::move(completionHandler) });
+}
 
 } // namespace webkit
