@@ -35,6 +35,34 @@ std::vector<GtkWidget*> shownChildren(GtkWidget* widget)
     return children;
 }
 
+GtkOrientation other(GtkOrientation axis)
+{
+    return axis == GTK_ORIENTATION_HORIZONTAL ? GTK_ORIENTATION_VERTICAL : GTK_ORIENTATION_HORIZONTAL;
+}
+
+bool isLengthFixed(GtkWidget* child, GtkOrientation axis)
+{
+    auto width = 0;
+    auto height = 0;
+    gtk_widget_get_size_request(child, &width, &height);
+    return (axis == GTK_ORIENTATION_HORIZONTAL ? width : height) >= 0;
+}
+
+struct Lengths {
+    int minimum;
+    int natural;
+};
+
+/// To the toolkit a length that is asked for is a minimum; here it is all that the child gets.
+Lengths lengthsOf(GtkWidget* child, GtkOrientation axis, int across)
+{
+    Lengths lengths {};
+    gtk_widget_measure(child, axis, across, &lengths.minimum, &lengths.natural, nullptr, nullptr);
+    if (isLengthFixed(child, axis))
+        lengths.natural = lengths.minimum;
+    return lengths;
+}
+
 int spacingAfter(const StackContainer& stack, GtkWidget* child)
 {
     // Null for none, so that zero can be one.
@@ -63,19 +91,12 @@ void measure(GtkWidget* widget, GtkOrientation axis, int across, int* minimum, i
     const auto& stack = self(widget);
     const auto children = shownChildren(widget);
     const auto isAlong = axis == stack.orientation;
-    const auto itsAcross = across < 0 || !isAlong
-        ? -1
-        : std::max(0,
-            across
-                - insetsAlong(
-                    stack, axis == GTK_ORIENTATION_HORIZONTAL ? GTK_ORIENTATION_VERTICAL : GTK_ORIENTATION_HORIZONTAL));
+    const auto innerAcross = isAlong && across >= 0 ? std::max(0, across - insetsAlong(stack, other(axis))) : -1;
     *minimum = *natural = 0;
     for (auto* child : children) {
-        auto least = 0;
-        auto wanted = 0;
-        gtk_widget_measure(child, axis, itsAcross, &least, &wanted, nullptr, nullptr);
-        *minimum = isAlong ? *minimum + least : std::max(*minimum, least);
-        *natural = isAlong ? *natural + wanted : std::max(*natural, wanted);
+        const auto lengths = lengthsOf(child, axis, innerAcross);
+        *minimum = isAlong ? *minimum + lengths.minimum : std::max(*minimum, lengths.minimum);
+        *natural = isAlong ? *natural + lengths.natural : std::max(*natural, lengths.natural);
     }
     const auto room = isAlong ? roomBetween(stack, children) : insetsAlong(stack, axis);
     *minimum += room;
@@ -83,21 +104,45 @@ void measure(GtkWidget* widget, GtkOrientation axis, int across, int* minimum, i
     *minimumBaseline = *naturalBaseline = -1;
 }
 
-/// The children's lengths where there is that much for all.
-std::vector<GtkRequestedSize> lengthsOf(
-    const std::vector<GtkWidget*>& children, GtkOrientation axis, int across, int length)
+/// Shares the length among the children.
+std::vector<GtkRequestedSize> share(
+    int length, const std::vector<GtkWidget*>& children, GtkOrientation axis, int across)
 {
     std::vector<GtkRequestedSize> sizes;
     sizes.reserve(children.size());
     for (auto* child : children) {
-        GtkRequestedSize size { child, 0, 0 };
-        gtk_widget_measure(child, axis, across, &size.minimum_size, &size.natural_size, nullptr, nullptr);
-        length -= size.minimum_size;
-        sizes.push_back(size);
+        const auto lengths = lengthsOf(child, axis, across);
+        sizes.push_back({ child, lengths.minimum, lengths.natural });
+        length -= lengths.minimum;
     }
     if (!sizes.empty())
         gtk_distribute_natural_allocation(std::max(0, length), static_cast<guint>(sizes.size()), sizes.data());
     return sizes;
+}
+
+struct Span {
+    int start;
+    int length;
+};
+
+/// Across the stack. What has no fixed length is placed by the toolkit, which knows more kinds of alignment.
+Span placeAcross(GtkWidget* child, GtkOrientation axis, const Span& room)
+{
+    if (!isLengthFixed(child, axis))
+        return room;
+    const auto length = lengthsOf(child, axis, -1).minimum;
+    const auto alignment
+        = axis == GTK_ORIENTATION_HORIZONTAL ? gtk_widget_get_halign(child) : gtk_widget_get_valign(child);
+    return { alignment == GTK_ALIGN_CENTER ? room.start + (room.length - length) / 2 : room.start, length };
+}
+
+void place(GtkWidget* child, GtkOrientation orientation, const Span& along, const Span& across, int mirroredIn)
+{
+    const auto& columns = orientation == GTK_ORIENTATION_HORIZONTAL ? along : across;
+    const auto& rows = orientation == GTK_ORIENTATION_HORIZONTAL ? across : along;
+    const auto left = mirroredIn > 0 ? mirroredIn - columns.start - columns.length : columns.start;
+    const GtkAllocation allocation { left, rows.start, columns.length, rows.length };
+    gtk_widget_size_allocate(child, &allocation, -1);
 }
 
 void allocate(GtkWidget* widget, int width, int height, int)
@@ -105,21 +150,16 @@ void allocate(GtkWidget* widget, int width, int height, int)
     const auto& stack = self(widget);
     const auto children = shownChildren(widget);
     const auto isRow = stack.orientation == GTK_ORIENTATION_HORIZONTAL;
-    const auto isMirrored = gtk_widget_get_direction(widget) == GTK_TEXT_DIR_RTL;
-    const auto innerWidth = std::max(0, width - insetsAlong(stack, GTK_ORIENTATION_HORIZONTAL));
-    const auto innerHeight = std::max(0, height - insetsAlong(stack, GTK_ORIENTATION_VERTICAL));
-    const auto lengths = lengthsOf(children, stack.orientation, isRow ? innerHeight : innerWidth,
-        (isRow ? width : height) - roomBetween(stack, children));
-    auto position = isRow ? stack.insets.start : stack.insets.top;
-    for (const auto& [data, length, natural] : lengths) {
+    const auto mirroredIn = gtk_widget_get_direction(widget) == GTK_TEXT_DIR_RTL ? width : 0;
+    const auto acrossAxis = other(stack.orientation);
+    const Span across { isRow ? stack.insets.top : stack.insets.start,
+        std::max(0, (isRow ? height : width) - insetsAlong(stack, acrossAxis)) };
+    auto start = isRow ? stack.insets.start : stack.insets.top;
+    const auto whole = (isRow ? width : height) - roomBetween(stack, children);
+    for (const auto& [data, length, natural] : share(whole, children, stack.orientation, across.length)) {
         auto* child = static_cast<GtkWidget*>(data);
-        GtkAllocation place { stack.insets.start, position, innerWidth, length };
-        if (isRow)
-            place = { position, stack.insets.top, length, innerHeight };
-        if (isMirrored)
-            place.x = width - place.x - place.width;
-        gtk_widget_size_allocate(child, &place, -1);
-        position += length + spacingAfter(stack, child);
+        place(child, stack.orientation, { start, length }, placeAcross(child, acrossAxis, across), mirroredIn);
+        start += length + spacingAfter(stack, child);
     }
 }
 
