@@ -76,14 +76,21 @@ GtkWidget* firstLineOf(GtkWidget* cell)
     return cell;
 }
 
+bool hasALine(GtkWidget* widget)
+{
+    return GTK_IS_LABEL(widget) || GTK_IS_BUTTON(widget) || GTK_IS_CHECK_BUTTON(widget) || GTK_IS_EDITABLE(widget)
+        || GTK_IS_DROP_DOWN(widget);
+}
+
 /// Controls differ in height, and their texts stand in the middle: with one height for all, the first lines of a row's
 /// cells stand beside each other.
 void alignFirstLines(const GridView::Row& row)
 {
     const auto group = desktop::adopt(gtk_size_group_new(GTK_SIZE_GROUP_VERTICAL));
     for (const auto& cell : row) {
-        if (cell)
-            gtk_size_group_add_widget(group.get(), firstLineOf(widgetOf(*cell)));
+        auto* first = cell ? firstLineOf(widgetOf(*cell)) : nullptr;
+        if (first && hasALine(first))
+            gtk_size_group_add_widget(group.get(), first);
     }
 }
 
