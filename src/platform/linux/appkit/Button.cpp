@@ -167,6 +167,7 @@ void Button::performClick()
 {
     if (!isEnabled())
         return;
+    const auto self = weak_from_this().lock();
     if (auto* widget = widgetOf(*this); GTK_IS_CHECK_BUTTON(widget))
         gtk_check_button_set_active(GTK_CHECK_BUTTON(widget), !gtk_check_button_get_active(GTK_CHECK_BUTTON(widget)));
     else
