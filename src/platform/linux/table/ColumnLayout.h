@@ -18,8 +18,8 @@ struct ColumnSpan {
     bool operator==(const ColumnSpan&) const = default;
 };
 
-/// Room behind the last column, over which the scroll bar may float.
-inline constexpr auto trailingRoom = 14;
+/// Room behind the last column, over which the scroll bar may float, and a cell may reach a little.
+inline constexpr auto trailingRoom = 24;
 
 /// What flexible columns are left with where room is scarce.
 inline constexpr auto leastFlexibleWidth = 60;
@@ -28,7 +28,8 @@ inline constexpr auto leastFlexibleWidth = 60;
 /// widths; where none is flexible, the surplus to the last column.
 [[nodiscard]] std::vector<ColumnSpan> placeColumns(const std::vector<ColumnWish>& columns, int availableWidth);
 
-/// Of all the columns, with the room behind them.
+/// Of all the columns, with the room behind them: as they were asked for, or as they are.
+[[nodiscard]] int widthOfColumns(const std::vector<ColumnWish>& columns);
 [[nodiscard]] int widthOfColumns(const std::vector<ColumnSpan>& columns);
 
 } // namespace desktop

@@ -241,7 +241,7 @@ int Table::contentStart(int width) const
 int Table::naturalLength(GtkOrientation orientation) const
 {
     if (orientation == GTK_ORIENTATION_HORIZONTAL)
-        return widthOfColumns(placeColumns(columns_, 0));
+        return widthOfColumns(columns_);
     return headerHeight() + static_cast<int>(std::min(geometry_.height(), 10.0 * geometry_.rowHeight));
 }
 

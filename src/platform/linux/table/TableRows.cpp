@@ -3,7 +3,6 @@
 #include "platform/linux/table/TableStrip.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace desktop {
 
@@ -82,7 +81,7 @@ TableRow& TableRows::spareRow()
     if (const auto found = std::ranges::find_if(rows_, isSpare); found != rows_.end())
         return **found;
     auto* widget = makeRowStrip(spans_);
-    rows_.push_back(std::make_unique<TableRow>(retain(widget), std::vector<GtkWidget*> {}));
+    rows_.push_back(std::make_unique<TableRow>(TableRow { .widget = retain(widget), .cells = {} }));
     gtk_widget_set_child_visible(widget, FALSE);
     gtk_widget_set_parent(widget, list_);
     return *rows_.back();

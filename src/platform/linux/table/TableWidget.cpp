@@ -6,10 +6,13 @@ namespace {
 constexpr auto style = R"(
 columnview.perchly-table > listview > row > cell { padding: 0; }
 columnview.perchly-table > header > button { padding: 0 5px; }
+columnview.perchly-table > header > button:dir(rtl) { border-style: none solid solid none; }
 columnview.perchly-table > header > button:first-child { border-left-style: none; border-right-style: none; }
+columnview.perchly-table row:selected .dim-label { opacity: 0.8; }
+columnview.perchly-table row:selected button:focus:focus-visible { outline-color: alpha(@theme_selected_fg_color, 0.8); }
 )";
 
-enum Property : guint { horizontalAdjustment = 1, verticalAdjustment, horizontalPolicy, verticalPolicy };
+enum Property : guint { HorizontalAdjustment = 1, VerticalAdjustment, HorizontalPolicy, VerticalPolicy };
 
 struct TableWidget {
     GtkWidget widget;
@@ -72,13 +75,13 @@ void getProperty(GObject* object, guint property, GValue* value, GParamSpec* spe
 {
     const auto& widget = self(object);
     switch (property) {
-    case horizontalAdjustment:
+    case HorizontalAdjustment:
         return g_value_set_object(value, widget.table->adjustment(GTK_ORIENTATION_HORIZONTAL));
-    case verticalAdjustment:
+    case VerticalAdjustment:
         return g_value_set_object(value, widget.table->adjustment(GTK_ORIENTATION_VERTICAL));
-    case horizontalPolicy:
-    case verticalPolicy:
-        return g_value_set_enum(value, widget.policies[property - horizontalPolicy]);
+    case HorizontalPolicy:
+    case VerticalPolicy:
+        return g_value_set_enum(value, widget.policies[property - HorizontalPolicy]);
     default:
         G_OBJECT_WARN_INVALID_PROPERTY_ID(object, property, specification);
     }
@@ -88,15 +91,15 @@ void setProperty(GObject* object, guint property, const GValue* value, GParamSpe
 {
     auto& widget = self(object);
     switch (property) {
-    case horizontalAdjustment:
+    case HorizontalAdjustment:
         return widget.table->setAdjustment(
             GTK_ORIENTATION_HORIZONTAL, static_cast<GtkAdjustment*>(g_value_get_object(value)));
-    case verticalAdjustment:
+    case VerticalAdjustment:
         return widget.table->setAdjustment(
             GTK_ORIENTATION_VERTICAL, static_cast<GtkAdjustment*>(g_value_get_object(value)));
-    case horizontalPolicy:
-    case verticalPolicy:
-        widget.policies[property - horizontalPolicy] = static_cast<GtkScrollablePolicy>(g_value_get_enum(value));
+    case HorizontalPolicy:
+    case VerticalPolicy:
+        widget.policies[property - HorizontalPolicy] = static_cast<GtkScrollablePolicy>(g_value_get_enum(value));
         return;
     default:
         G_OBJECT_WARN_INVALID_PROPERTY_ID(object, property, specification);
@@ -127,10 +130,10 @@ void initializeClass(gpointer instanceClass, gpointer)
     objectClass->set_property = setProperty;
     objectClass->dispose = dispose;
     objectClass->finalize = finalize;
-    g_object_class_override_property(objectClass, horizontalAdjustment, "hadjustment");
-    g_object_class_override_property(objectClass, verticalAdjustment, "vadjustment");
-    g_object_class_override_property(objectClass, horizontalPolicy, "hscroll-policy");
-    g_object_class_override_property(objectClass, verticalPolicy, "vscroll-policy");
+    g_object_class_override_property(objectClass, HorizontalAdjustment, "hadjustment");
+    g_object_class_override_property(objectClass, VerticalAdjustment, "vadjustment");
+    g_object_class_override_property(objectClass, HorizontalPolicy, "hscroll-policy");
+    g_object_class_override_property(objectClass, VerticalPolicy, "vscroll-policy");
     auto* widgetClass = GTK_WIDGET_CLASS(instanceClass);
     widgetClass->measure = measure;
     widgetClass->size_allocate
