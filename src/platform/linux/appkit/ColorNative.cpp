@@ -17,11 +17,7 @@ void setTextColor(GtkWidget* widget, Color color)
 {
     setClass(widget, "dim-label", color == Color::SecondaryLabel);
     setClass(widget, "system-red", color == Color::SystemRed);
-    // Themes have no name for the colour of links, only a look.
-    if (color == Color::Link)
-        gtk_widget_set_state_flags(widget, GTK_STATE_FLAG_LINK, FALSE);
-    else
-        gtk_widget_unset_state_flags(widget, GTK_STATE_FLAG_LINK);
+    setClass(widget, "link", color == Color::Link);
 }
 
 } // namespace appkit
