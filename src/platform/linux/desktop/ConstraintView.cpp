@@ -66,15 +66,19 @@ std::optional<AxisLayout::Anchor> placeOf(const Anchor& anchor, const std::vecto
     return AxisLayout::Anchor { static_cast<std::size_t>(found - children.begin()) + 1, anchor.attribute };
 }
 
-std::vector<AxisLayout::Equation> equationsAlong(
-    GtkOrientation axis, GtkWidget* view, const std::vector<GtkWidget*>& children)
+std::vector<AxisLayout::Equation> equationsAlong(GtkOrientation axis, GtkWidget* view,
+    const std::vector<GtkWidget*>& children, const std::vector<AxisLayout::Lengths>& lengths)
 {
     std::vector<AxisLayout::Equation> equations;
     for (const auto& [first, second, constant] : self(view)->constraints->along(axis)) {
         const auto left = placeOf(first, children);
         const auto right = second ? placeOf(*second, children) : std::nullopt;
-        if (left && right.has_value() == second.has_value())
-            equations.push_back({ *left, right, constant });
+        if (!left || right.has_value() != second.has_value())
+            continue;
+        // What does not fit into a given length, a button's title say, gets the room that it needs.
+        const auto isLengthOfChild = !right && left->view > 0 && left->attribute == AxisLayout::Attribute::Length;
+        const auto least = isLengthOfChild ? lengths[left->view - 1].minimum : constant;
+        equations.push_back({ *left, right, std::max(constant, least) });
     }
     return equations;
 }
@@ -89,7 +93,7 @@ AxisLayout layoutAlong(GtkOrientation axis, GtkWidget* view, const std::vector<G
         gtk_widget_measure(child, axis, -1, &minimum, &natural, nullptr, nullptr);
         lengths.push_back({ static_cast<double>(minimum), static_cast<double>(natural) });
     }
-    return { equationsAlong(axis, view, children), lengths };
+    return { equationsAlong(axis, view, children, lengths), lengths };
 }
 
 void measure(
