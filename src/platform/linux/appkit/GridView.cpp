@@ -68,18 +68,23 @@ GtkWidget* attachRoom(GtkGrid* grid, std::size_t column)
     return room;
 }
 
+bool isStack(GtkWidget* widget, GtkOrientation orientation)
+{
+    return desktop::isStackContainer(widget) && desktop::orientationOf(widget) == orientation;
+}
+
 /// The part of the cell that its first line of text is in.
 GtkWidget* firstLineOf(GtkWidget* cell)
 {
-    while (desktop::isStackContainer(cell) && gtk_widget_get_first_child(cell))
+    while (isStack(cell, GTK_ORIENTATION_VERTICAL) && gtk_widget_get_first_child(cell))
         cell = gtk_widget_get_first_child(cell);
     return cell;
 }
 
 bool hasALine(GtkWidget* widget)
 {
-    return GTK_IS_LABEL(widget) || GTK_IS_BUTTON(widget) || GTK_IS_CHECK_BUTTON(widget) || GTK_IS_EDITABLE(widget)
-        || GTK_IS_DROP_DOWN(widget);
+    return isStack(widget, GTK_ORIENTATION_HORIZONTAL) || GTK_IS_LABEL(widget) || GTK_IS_BUTTON(widget)
+        || GTK_IS_CHECK_BUTTON(widget) || GTK_IS_EDITABLE(widget) || GTK_IS_DROP_DOWN(widget);
 }
 
 /// Controls differ in height, and their texts stand in the middle: with one height for all, the first lines of a row's
