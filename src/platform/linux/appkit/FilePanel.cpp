@@ -77,7 +77,9 @@ void end(const OpenedPanel& panel, int response)
 void beginFilePanel(const FilePanel& panel, SavePanel::CompletionHandler completionHandler)
 {
     desktop::loadToolkit();
-    auto opened = std::make_unique<OpenedPanel>(makeChooser(panel), std::move(completionHandler));
+    auto opened = std::make_unique<OpenedPanel>();
+    opened->chooser = makeChooser(panel);
+    opened->completionHandler = std::move(completionHandler);
     opened->response = desktop::connect<void(int)>(
         opened->chooser.get(), "response", [self = opened.get()](int response) { end(*self, response); });
     auto* chooser = GTK_NATIVE_DIALOG(opened->chooser.get());
