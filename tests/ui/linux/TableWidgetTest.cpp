@@ -2,9 +2,8 @@
 #include "platform/linux/appkit/ViewNative.h"
 #include "platform/linux/desktop/X11Window.h"
 #include "support/linux/ScreenPointer.h"
+#include "support/linux/ToolkitFunction.h"
 #include "ui/TableTest.h"
-
-#include <dlfcn.h>
 
 #include <cstdlib>
 #include <string_view>
@@ -13,16 +12,9 @@ namespace {
 
 using perchly::test::middleOf;
 using perchly::test::ScreenPointer;
+using perchly::test::toolkitFunction;
 using perchly::test::waitUntil;
 using Rows = std::vector<std::optional<std::size_t>>;
-
-/// A function of the toolkit that the application itself does without. Once the toolkit is loaded.
-template <class Function>
-Function toolkitFunction(const char* name)
-{
-    auto* library = dlopen("libgtk-4.so.1", RTLD_LAZY | RTLD_NOLOAD);
-    return reinterpret_cast<Function>(dlsym(library, name));
-}
 
 void runTool(const std::string& arguments)
 {
@@ -391,6 +383,9 @@ TEST_F(TableAccessibilityTest, ARowIsCalledByItsTexts)
 {
     show();
     EXPECT_TRUE(hasLabel(rowWidget(3), "Row 3"));
+    auto* cell = gtk_widget_get_first_child(rowWidget(3));
+    EXPECT_TRUE(hasLabel(cell, "Row 3"));
+    EXPECT_TRUE(hasLabel(gtk_widget_get_next_sibling(cell), "Button"));
 
     rows->prefix = "Other ";
     table->reloadData();

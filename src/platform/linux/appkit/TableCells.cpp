@@ -23,6 +23,11 @@ const TextField* textFieldOf(const std::shared_ptr<View>& view)
     return cell ? cell->textField().get() : nullptr;
 }
 
+void setName(GtkWidget* widget, const std::string& name)
+{
+    gtk_accessible_update_property(GTK_ACCESSIBLE(widget), GTK_ACCESSIBLE_PROPERTY_LABEL, name.c_str(), -1);
+}
+
 std::string textsOf(const std::vector<std::shared_ptr<View>>& views)
 {
     std::string texts;
@@ -104,11 +109,17 @@ void TableCells::fillRow(desktop::TableRow& row)
     auto views = askForViews(row);
     filling_ = fillingBefore;
     for (std::size_t column = 0; column < views.size(); ++column)
-        desktop::setCellContent(row.cells[column], views[column] ? widgetOf(*views[column]) : nullptr);
+        fillCell(row.cells[column], column, views[column]);
+    setName(row.widget.get(), textsOf(views));
     learnFlexibleColumns(views);
-    gtk_accessible_update_property(
-        GTK_ACCESSIBLE(row.widget.get()), GTK_ACCESSIBLE_PROPERTY_LABEL, textsOf(views).c_str(), -1);
     views_[&row] = std::move(views);
+}
+
+void TableCells::fillCell(GtkWidget* cell, std::size_t column, const std::shared_ptr<View>& view)
+{
+    desktop::setCellContent(cell, view ? widgetOf(*view) : nullptr);
+    const auto* field = textFieldOf(view);
+    setName(cell, field ? field->stringValue() : view_.tableColumns()[column].title);
 }
 
 TableCells::Views TableCells::askForViews(const desktop::TableRow& row)

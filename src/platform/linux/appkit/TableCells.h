@@ -36,6 +36,7 @@ private:
 
     [[nodiscard]] std::shared_ptr<View> keepView() const;
     [[nodiscard]] Views askForViews(const desktop::TableRow& row);
+    void fillCell(GtkWidget* cell, std::size_t column, const std::shared_ptr<View>& view);
     void enqueue(Views& views);
     void learnFlexibleColumns(const Views& views);
 

@@ -97,6 +97,8 @@ GtkWidget* makeStrip(const char* name, const std::vector<ColumnSpan>& spans, boo
 {
     auto* strip = GTK_WIDGET(g_object_new(stripType(), "css-name", name, nullptr));
     self(strip).spans = &spans;
+    // What has no name is called by its type's.
+    gtk_accessible_update_property(GTK_ACCESSIBLE(strip), GTK_ACCESSIBLE_PROPERTY_LABEL, "", -1);
     self(strip).isHeader = isHeader;
     return strip;
 }

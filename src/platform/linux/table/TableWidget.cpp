@@ -57,6 +57,8 @@ GtkWidget* makeList()
     static const auto type = g_type_register_static_simple(GTK_TYPE_WIDGET, "PerchlyTableList", sizeof(GtkWidgetClass),
         initializeListClass, sizeof(ListWidget), nullptr, static_cast<GTypeFlags>(0));
     auto* list = GTK_WIDGET(g_object_new(type, nullptr));
+    // What has no name is called by its type's.
+    gtk_accessible_update_property(GTK_ACCESSIBLE(list), GTK_ACCESSIBLE_PROPERTY_LABEL, "", -1);
     gtk_widget_add_css_class(list, "view");
     gtk_widget_add_css_class(list, "separators");
     gtk_widget_set_overflow(list, GTK_OVERFLOW_HIDDEN);
@@ -184,6 +186,7 @@ void addClicks(GtkWidget* widget)
 void initialize(GTypeInstance* instance, gpointer)
 {
     auto* widget = reinterpret_cast<GtkWidget*>(instance);
+    gtk_accessible_update_property(GTK_ACCESSIBLE(widget), GTK_ACCESSIBLE_PROPERTY_LABEL, "", -1);
     gtk_widget_add_css_class(widget, "view");
     gtk_widget_add_css_class(widget, "perchly-table");
     gtk_widget_set_overflow(widget, GTK_OVERFLOW_HIDDEN);
