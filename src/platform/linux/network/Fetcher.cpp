@@ -8,7 +8,7 @@
 #include <gio/gunixoutputstream.h>
 #include <libsoup/soup.h>
 
-#include <algorithm>
+#include <array>
 #include <cstdio>
 #include <map>
 
@@ -22,6 +22,9 @@ constexpr gsize chunkSize = gsize { 64 } << 10U;
 /// However slowly a server drips.
 constexpr unsigned longestDownload = 5U * 60U * 1000U;
 constexpr unsigned cacheSize = 10U << 20U;
+/// Some hosts that never answer must not hold up all the others.
+constexpr int mostConnections = 32;
+constexpr int mostOfOneHost = 6;
 
 struct FreeUri {
     void operator()(GUri* uri) const { g_uri_unref(uri); }
@@ -47,6 +50,7 @@ private:
     void readOn();
     void takeChunk(GBytes* chunk);
     [[nodiscard]] bool isCutShort() const;
+    void begin();
     void wait();
     void finish(const std::string& error);
 
@@ -61,6 +65,7 @@ private:
     std::string data_;
     desktop::SourceHandle silence_;
     desktop::SourceHandle deadline_;
+    std::array<desktop::SignalConnection, 2> signsOfLife_;
 };
 
 class Fetcher {
@@ -101,11 +106,10 @@ void Download::start(SoupSession* session)
         g_uri_parse(address_.c_str(), static_cast<GUriFlags>(SOUP_HTTP_URI_FLAGS), error.out()));
     if (!uri)
         return finish(error.message());
-    wait();
-    deadline_ = desktop::callAfter(longestDownload, [this] { finish("The download takes too long"); });
     const std::string_view scheme = g_uri_get_scheme(uri.get());
     if (scheme == "http" || scheme == "https")
         return startHttp(session, uri.get());
+    begin();
     if (scheme == "file")
         return startFile(address_);
     if (scheme == "data")
@@ -126,6 +130,12 @@ void Download::startHttp(SoupSession* session, GUri* uri)
     const char* value = nullptr;
     while (g_variant_iter_next(&iterator, "(&s&s)", &name, &value))
         soup_message_headers_replace(soup_message_get_request_headers(message), name, value);
+    // The first one comes when it is the message's turn: until then it waits for others, and not for its server.
+    signsOfLife_ = {
+        desktop::connect<void(GSocketClientEvent, GIOStream*)>(
+            message, "network-event", [this](auto, auto*) { begin(); }),
+        desktop::connect<void()>(message, "starting", [this] { begin(); }),
+    };
     const auto sent = +[](GObject* source, GAsyncResult* result, gpointer data) {
         ErrorPointer error;
         auto* stream = soup_session_send_finish(SOUP_SESSION(source), result, error.out());
@@ -216,6 +226,14 @@ bool Download::isCutShort() const
     return !isFromCache && received < static_cast<guint64>(soup_message_headers_get_content_length(headers));
 }
 
+/// What has begun must go on, and come to its end.
+void Download::begin()
+{
+    wait();
+    if (!deadline_)
+        deadline_ = desktop::callAfter(longestDownload, [this] { finish("The download takes too long"); });
+}
+
 /// For the next sign of life.
 void Download::wait()
 {
@@ -228,7 +246,8 @@ void Download::finish(const std::string& error)
 }
 
 Fetcher::Fetcher(const char* cacheFolder)
-    : session_(desktop::adopt(soup_session_new_with_options("max-conns", 16, nullptr)))
+    : session_(desktop::adopt(
+        soup_session_new_with_options("max-conns", mostConnections, "max-conns-per-host", mostOfOneHost, nullptr)))
     , cache_(desktop::adopt(soup_cache_new(cacheFolder, SOUP_CACHE_SINGLE_USER)))
 {
     soup_session_add_feature(session_.get(), SOUP_SESSION_FEATURE(cache_.get()));
