@@ -335,6 +335,7 @@ TEST_F(StatusItemTest, ANewMenuTakesThePlaceOfTheFormerOneOnTheSameItem)
     ASSERT_TRUE(appears(watcher));
     auto menuObject = target(watcher.items().front(), "com.canonical.dbusmenu");
     menuObject.path = "/MenuBar";
+    ASSERT_EQ(print(menuObject, "GetProperty", g_variant_new("(is)", 1, "label")), "(<'Quit'>,)");
 
     item->setMenu(menu("Leave"));
 

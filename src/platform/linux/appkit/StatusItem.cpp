@@ -138,10 +138,8 @@ void StatusItem::Native::remove()
 void StatusItem::Native::exportItem()
 {
     const auto options = configuration();
-    askForContextMenu();
     menuServer_ = desktop::MenuServer::create(connection_.get(), options.menuPath,
-        { [this] { return rows(); }, [this] { askForContextMenu(); },
-            [this] { button->native().lastClick = desktop::pointerPosition(); } });
+        { [this] { return rows(); }, [this] { button->native().lastClick = desktop::pointerPosition(); } });
     item_ = desktop::StatusNotifierItem::create(
         connection_.get(), options, appearance(), [this](auto click, auto place) { clicked(click, place); });
     button->native().changed = [this] { buttonChanged(); };
@@ -165,7 +163,7 @@ desktop::StatusNotifierItem::Appearance StatusItem::Native::appearance() const
 
 /// The menu of an item without one stands for the click: some hosts open it on a click, and none shows an item whose
 /// menu is empty.
-std::vector<desktop::MenuRow> StatusItem::Native::rows() const
+std::vector<desktop::MenuRow> StatusItem::Native::rows()
 {
     if (menu && !menu->items().empty())
         return menuRows(*menu);
@@ -173,6 +171,7 @@ std::vector<desktop::MenuRow> StatusItem::Native::rows() const
         if (const auto clickable = weak.lock())
             performLeftClick(*clickable);
     });
+    askForContextMenu();
     const auto& contextMenu = button->native().contextMenu;
     if (!contextMenu)
         return { open };
@@ -209,10 +208,8 @@ void StatusItem::Native::update()
     // While the connection is being made anew there is no item; it will be exported as it then looks.
     if (!item_)
         return;
-    if (!menu && takesRightClicks()) {
-        askForContextMenu();
+    if (!menu && takesRightClicks())
         menuServer_->rowsChanged();
-    }
     if (auto look = appearance(); look.picture)
         show(std::move(look));
     else if (!pendingBlank_)

@@ -46,7 +46,7 @@ private:
 
     [[nodiscard]] desktop::StatusNotifierItem::Configuration configuration() const;
     [[nodiscard]] desktop::StatusNotifierItem::Appearance appearance() const;
-    [[nodiscard]] std::vector<desktop::MenuRow> rows() const;
+    [[nodiscard]] std::vector<desktop::MenuRow> rows();
 
     desktop::ObjectPointer<GCancellable> connecting_;
     desktop::ObjectPointer<GDBusConnection> connection_;
