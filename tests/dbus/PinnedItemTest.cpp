@@ -300,6 +300,21 @@ TEST_F(PinnedItemTest, LeavesTheStatusAreaAtOnceWhoeverHasIt)
     EXPECT_EQ(watcher_.registrations(), 2);
 }
 
+TEST_F(PinnedItemTest, ARowThatTakesItsItemAwayIsAnsweredAllTheSame)
+{
+    const auto bookmark = bookmarkNamed("This");
+    for (auto time = 0; time < 100; ++time) {
+        store().removeBookmark(bookmark.id);
+        shown(bookmark);
+        const GnomeHost host(connectionOf(bookmark), "/MenuBar");
+
+        EXPECT_TRUE(host.call(
+            "Event", g_variant_new("(isvu)", host.idOf("Remove from Menubar"), "clicked", g_variant_new_int32(0), 0U)));
+
+        ASSERT_TRUE(waitUntil([&] { return watcher_.items().empty(); }));
+    }
+}
+
 TEST_F(PinnedItemTest, AChangeOfOneAmongManyIsToldOfThatOneAlone)
 {
     std::vector<Bookmark> bookmarks;

@@ -68,6 +68,16 @@ std::vector<const StatusItem::Native*>& allItems()
     return items;
 }
 
+/// The row that takes its item away is still to be answered.
+void closeWhenSent(GDBusConnection* connection)
+{
+    const auto sent = +[](GObject* source, GAsyncResult* result, gpointer) {
+        g_dbus_connection_flush_finish(G_DBUS_CONNECTION(source), result, nullptr);
+        g_dbus_connection_close(G_DBUS_CONNECTION(source), nullptr, nullptr, nullptr);
+    };
+    g_dbus_connection_flush(connection, nullptr, sent, nullptr);
+}
+
 desktop::GLibPointer<> sessionBusAddress()
 {
     desktop::ErrorPointer error;
@@ -123,7 +133,7 @@ void StatusItem::Native::disconnect()
     item_.reset();
     menuServer_.reset();
     if (connection_)
-        g_dbus_connection_close(connection_.get(), nullptr, nullptr, nullptr);
+        closeWhenSent(connection_.get());
     connection_.reset();
 }
 
