@@ -81,6 +81,13 @@ protected:
             target(item, "org.freedesktop.DBus.Properties"), "Get", g_variant_new("(ss)", itemInterface, name));
     }
 
+    /// As Xfce's panel does.
+    void readAll(const std::string& item) const
+    {
+        EXPECT_NE(print(target(item, "org.freedesktop.DBus.Properties"), "GetAll", g_variant_new("(s)", itemInterface)),
+            "error");
+    }
+
     bool appears(const FakeWatcher& watcher, std::size_t number = 1) const
     {
         return waitUntil([&] { return watcher.items().size() == number; });
@@ -271,6 +278,43 @@ TEST_F(StatusItemTest, ComesBackWithTheStatusArea)
     watcher.emplace();
 
     EXPECT_TRUE(appears(*watcher, 2));
+}
+
+TEST_F(StatusItemTest, OnXfceEachItemComesWhenTheOneBeforeWasTakenUp)
+{
+    g_setenv("XDG_CURRENT_DESKTOP", "XFCE", TRUE);
+    const FakeWatcher watcher;
+    const std::shared_ptr<StatusItem> items[] = { makeItem(true), makeItem(false), makeItem(false) };
+    ASSERT_TRUE(appears(watcher));
+    testbus::settle(host_);
+    EXPECT_THAT(watcher.items(), SizeIs(1));
+
+    const auto before = g_get_monotonic_time();
+    readAll(watcher.items().front());
+    ASSERT_TRUE(appears(watcher, 2));
+    EXPECT_LT(g_get_monotonic_time() - before, 500'000);
+    testbus::settle(host_);
+    EXPECT_THAT(watcher.items(), SizeIs(2));
+
+    // Nobody reads the second one, which is not waited for long.
+    EXPECT_TRUE(appears(watcher, 3));
+}
+
+TEST_F(StatusItemTest, OnXfceItemsMayGoBeforeTheirTurn)
+{
+    g_setenv("XDG_CURRENT_DESKTOP", "XFCE", TRUE);
+    const FakeWatcher watcher;
+    std::shared_ptr<StatusItem> items[] = { makeItem(true), makeItem(false) };
+    ASSERT_TRUE(appears(watcher));
+    testbus::settle(host_);
+    const auto first = watcher.items().front();
+
+    items[first.ends_with("/perchly") ? 1 : 0].reset();
+    readAll(first);
+    const auto later = makeItem(false);
+
+    ASSERT_TRUE(appears(watcher, 2));
+    EXPECT_EQ(watcher.registrations(), 2);
 }
 
 TEST_F(StatusItemTest, RegistersAgainWhenItWasForgotten)

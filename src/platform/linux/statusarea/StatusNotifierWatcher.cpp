@@ -1,6 +1,7 @@
 #include "platform/linux/statusarea/StatusNotifierWatcher.h"
 
 #include "platform/foundation/Log.h"
+#include "platform/linux/statusarea/RegistrationQueue.h"
 
 #include <algorithm>
 
@@ -92,6 +93,7 @@ void StatusNotifierWatcher::watchUnregistration()
 StatusNotifierWatcher::~StatusNotifierWatcher()
 {
     g_cancellable_cancel(cancellable_.get());
+    RegistrationQueue::shared().leave(connection_.get());
     g_dbus_connection_signal_unsubscribe(connection_.get(), ownerSubscription_);
     g_dbus_connection_signal_unsubscribe(connection_.get(), unregisteredSubscription_);
 }
@@ -99,6 +101,11 @@ StatusNotifierWatcher::~StatusNotifierWatcher()
 void StatusNotifierWatcher::registerItem()
 {
     retry_.reset();
+    RegistrationQueue::shared().enter(connection_.get(), [this] { sendRegistration(); });
+}
+
+void StatusNotifierWatcher::sendRegistration()
+{
     lastRegistration_ = g_get_monotonic_time();
     const auto answered = +[](GObject* source, GAsyncResult* result, gpointer self) {
         ErrorPointer error;
@@ -118,9 +125,9 @@ void StatusNotifierWatcher::registerItem()
 void StatusNotifierWatcher::registrationAnswered(bool succeeded)
 {
     if (succeeded)
-        absence().end();
-    else
-        absence().begin();
+        return absence().end();
+    absence().begin();
+    RegistrationQueue::shared().leave(connection_.get());
 }
 
 void StatusNotifierWatcher::ownerChanged(bool hasOwner)

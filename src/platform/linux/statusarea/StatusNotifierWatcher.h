@@ -6,8 +6,8 @@
 
 namespace desktop {
 
-/// Keeps an item in the status area: registers it at once and again whenever the area appears, restarts or forgets it.
-/// Says once in the log when there is no area. The item must be exported before. Main thread.
+/// Keeps an item in the status area: registers it in its turn, and again whenever the area appears, restarts or forgets
+/// it. Says once in the log when there is no area. The item must be exported before. Main thread.
 class StatusNotifierWatcher {
 public:
     /// `service` is what to register: an object path of this connection, or the connection's own name.
@@ -20,6 +20,7 @@ private:
     void watchOwner();
     void watchUnregistration();
     void registerItem();
+    void sendRegistration();
     void registrationAnswered(bool succeeded);
     void ownerChanged(bool hasOwner);
     void itemUnregistered(std::string_view item);
