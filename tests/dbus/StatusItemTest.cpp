@@ -1,5 +1,6 @@
 #include "platform/appkit/StatusItem.h"
 #include "FakeWatcher.h"
+#include "Monitor.h"
 #include "platform/appkit/Image.h"
 #include "platform/appkit/Menu.h"
 #include "platform/appkit/StatusBar.h"
@@ -264,6 +265,21 @@ TEST_F(StatusItemTest, AppearsAsSoonAsThereIsAStatusArea)
     const FakeWatcher watcher;
 
     EXPECT_TRUE(appears(watcher));
+}
+
+TEST_F(StatusItemTest, ListensForTheStatusAreaOnceForAllItems)
+{
+    const FakeWatcher watcher;
+    const testbus::Monitor monitor;
+    const auto first = makeItem(false);
+    const auto second = makeItem(false);
+    ASSERT_TRUE(appears(watcher, 2));
+
+    for (const auto& item : watcher.items()) {
+        const auto connection = target(item, "").service;
+        EXPECT_TRUE(waitUntil([&] { return monitor.hasSeen(connection, "RegisterStatusNotifierItem"); }));
+        EXPECT_FALSE(monitor.hasSeen(connection, "AddMatch"));
+    }
 }
 
 TEST_F(StatusItemTest, ComesBackWithTheStatusArea)

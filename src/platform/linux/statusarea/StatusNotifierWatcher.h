@@ -2,9 +2,12 @@
 
 #include "platform/linux/desktop/GObject.h"
 
+#include <memory>
 #include <string>
 
 namespace desktop {
+
+class StatusAreaSignals;
 
 /// Keeps an item in the status area: registers it in its turn, and again whenever the area appears, restarts or forgets
 /// it. Says once in the log when there is no area. The item must be exported before. Main thread.
@@ -17,8 +20,8 @@ public:
     StatusNotifierWatcher& operator=(const StatusNotifierWatcher&) = delete;
 
 private:
-    void watchOwner();
-    void watchUnregistration();
+    friend class StatusAreaSignals;
+
     void registerItem();
     void sendRegistration();
     void registrationAnswered(bool succeeded);
@@ -28,8 +31,7 @@ private:
     ObjectPointer<GDBusConnection> connection_;
     ObjectPointer<GCancellable> cancellable_;
     std::string service_;
-    guint ownerSubscription_ = 0;
-    guint unregisteredSubscription_ = 0;
+    std::shared_ptr<StatusAreaSignals> signals_;
     gint64 lastRegistration_ = 0;
     SourceHandle retry_;
 };
