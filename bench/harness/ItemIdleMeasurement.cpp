@@ -18,12 +18,13 @@ std::vector<UserFolders::MenuBarBookmark> bookmarksOfAllKinds(const Setting& set
     std::vector<UserFolders::MenuBarBookmark> bookmarks;
     while (bookmarks.size() < items) {
         const auto number = std::to_string(bookmarks.size());
+        const auto atSite = [&](std::string file) { return file.insert(0, site).append("?").append(number); };
         const UserFolders::MenuBarBookmark kinds[] = {
             { "Symbol " + number, site, symbols.at(bookmarks.size()), {}, {} },
             { "Text " + number, site, "T" + number, {}, {} },
             { "Emoji " + number, site, {}, bookmarks.size() % 2 == 0 ? "\U0001F98A" : "\U0001F419", {} },
-            { "Icon address, a drawing " + number, site, {}, {}, site + "icon.svg?" + number },
-            { "Icon address, a photo " + number, site, {}, {}, site + "picture?" + number },
+            { "Icon address, a drawing " + number, site, {}, {}, atSite("icon.svg") },
+            { "Icon address, a photo " + number, site, {}, {}, atSite("picture") },
             { "Favicon " + number, site, {}, {}, {} },
             { "Letter " + number, plainSite, {}, {}, {} },
         };
