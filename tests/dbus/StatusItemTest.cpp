@@ -296,6 +296,29 @@ TEST_F(StatusItemTest, ComesBackWithTheStatusArea)
     EXPECT_TRUE(appears(*watcher, 2));
 }
 
+TEST_F(StatusItemTest, ManyComeAndComeBackInTheOrderOfTheirMaking)
+{
+    constexpr auto count = 30;
+    std::vector<std::shared_ptr<StatusItem>> items;
+    std::vector<std::string> expected;
+    for (auto number = 0; number < count; ++number) {
+        items.push_back(makeItem(false));
+        items.back()->setAutosaveName(std::to_string(number));
+        expected.push_back("(<'perchly-" + std::to_string(number) + "'>,)");
+    }
+    // The first time they meet an area that is there, then ones that come.
+    for (auto time = 0; time < 3; ++time) {
+        const FakeWatcher watcher;
+        ASSERT_TRUE(appears(watcher, count));
+        std::vector<std::string> ids;
+        for (const auto& item : watcher.items())
+            ids.push_back(property(item, "Id"));
+        EXPECT_EQ(ids, expected);
+        testbus::settle(host_);
+        EXPECT_EQ(watcher.registrations(), count);
+    }
+}
+
 TEST_F(StatusItemTest, OnXfceEachItemComesWhenTheOneBeforeWasTakenUp)
 {
     g_setenv("XDG_CURRENT_DESKTOP", "XFCE", TRUE);

@@ -36,6 +36,7 @@ struct StatusItem::Native {
 private:
     void connect();
     void disconnect();
+    static void exportConnectedItems();
     void exportItem();
     void buttonChanged();
     void update();

@@ -7,7 +7,7 @@
 namespace desktop {
 namespace {
 
-/// How long an item is waited for that no host reads.
+/// How long an item is waited for that no area answers, or no host reads.
 constexpr unsigned patienceMilliseconds = 1000;
 
 /// What the panel takes to write an item down, from when it has read it; it reads in several steps.
@@ -28,17 +28,21 @@ RegistrationQueue& RegistrationQueue::shared()
 
 void RegistrationQueue::enter(GDBusConnection* item, std::function<void()> registerItem)
 {
-    if (!panelLosesItems())
-        return registerItem();
     std::erase_if(waiting_, [item](const Entry& entry) { return entry.item == item; });
     waiting_.push_back({ item, std::move(registerItem) });
     if (!current_)
         next();
 }
 
+void RegistrationQueue::itemWasRegistered(GDBusConnection* item)
+{
+    if (item == current_ && !panelLosesItems())
+        next();
+}
+
 void RegistrationQueue::itemWasRead(GDBusConnection* item)
 {
-    if (item == current_)
+    if (item == current_ && panelLosesItems())
         end_ = callAfter(takeUpMilliseconds, [this] { next(); });
 }
 

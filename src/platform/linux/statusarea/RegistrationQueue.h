@@ -7,8 +7,9 @@
 
 namespace desktop {
 
-/// On Xfce, items register one after another, each when the panel has taken up the one before: while it writes down an
-/// item that it meets for the first time, it forgets others that come, and never shows them. Elsewhere nobody waits.
+/// Items register one after another, in the order in which they enter: their connections are no order by themselves.
+/// Each waits until the status area has answered the one before; on Xfce, until the panel has taken that one up: while
+/// it writes down an item that it meets for the first time, it forgets others that come, and never shows them.
 /// Items are told apart by their connections. Main thread.
 class RegistrationQueue {
 public:
@@ -16,6 +17,9 @@ public:
 
     /// Calls `registerItem` when it is the item's turn, which may be at once.
     void enter(GDBusConnection* item, std::function<void()> registerItem);
+
+    /// The status area has answered the item.
+    void itemWasRegistered(GDBusConnection* item);
 
     /// A host has read all of the item.
     void itemWasRead(GDBusConnection* item);

@@ -178,8 +178,10 @@ void StatusNotifierWatcher::sendRegistration()
 
 void StatusNotifierWatcher::registrationAnswered(bool succeeded)
 {
-    if (succeeded)
-        return absence().end();
+    if (succeeded) {
+        absence().end();
+        return RegistrationQueue::shared().itemWasRegistered(connection_.get());
+    }
     absence().begin();
     RegistrationQueue::shared().leave(connection_.get());
 }
