@@ -58,7 +58,7 @@ PerchlyBrowsers::PerchlyBrowsers(
     host_.reset();
     run_.emplace(std::vector<std::string> { programs / "perchly" }, folders_.environment());
     (void)host_.waitForItem();
-    host_.showItem();
+    host_.showItems();
     for (const auto& title : titles)
         rows_.push_back(host_.rowOf({ title, "Open" }));
 }

@@ -31,12 +31,12 @@ void watch(BrowserProgram& program, Unrest* into)
     }
     (void)waitUntil([] { return false; }, settling);
     const auto processes = ProcessTree::members();
-    const auto switches = static_cast<double>(contextSwitches(processes));
+    const auto switches = contextSwitches(processes);
     const auto processor = processorMilliseconds(processes);
     (void)waitUntil([] { return false; }, span);
     if (!into)
         return;
-    into->wakeUps.push_back((static_cast<double>(contextSwitches(processes)) - switches) / seconds);
+    into->wakeUps.push_back(switchesBetween(switches, contextSwitches(processes)) / seconds);
     into->processor.push_back((processorMilliseconds(processes) - processor) / seconds);
 }
 

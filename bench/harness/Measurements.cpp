@@ -1,8 +1,7 @@
 #include "Measurements.h"
 
-#include "DisplayTrap.h"
+#include "Idle.h"
 #include "PageServer.h"
-#include "ProcessTree.h"
 #include "ProgramRun.h"
 #include "ScreenProbe.h"
 #include "Turns.h"
@@ -47,53 +46,6 @@ void paintOnce(const std::vector<std::string>& command, const UserFolders& folde
         return;
     into->wall.push_back(wall);
     into->processor.push_back(processor);
-}
-
-std::string joined(const std::vector<std::string>& texts)
-{
-    std::string text;
-    for (const auto& one : texts)
-        text += (text.empty() ? "" : ", ") + one;
-    return text;
-}
-
-struct Idle {
-    Series megabytes;
-    Series wakeUps;
-    std::string engineProcesses;
-    std::string libraries;
-    std::string display;
-    std::string changes;
-};
-
-void idleOnce(const std::filesystem::path& program, MeasuringHost& host, Idle& into)
-{
-    constexpr auto span = 10s;
-    const UserFolders folders;
-    const DisplayTrap display;
-    auto environment = folders.environment();
-    environment["DISPLAY"] = display.name();
-    host.reset();
-    ProgramRun run({ program }, environment);
-    (void)host.waitForItem();
-    host.showItem();
-    waitForRest(1s);
-
-    const auto processes = ProcessTree::members();
-    into.megabytes.push_back(static_cast<double>(proportionalMemory(processes)) / 1024);
-    const auto before = contextSwitches(processes);
-    (void)waitUntil([] { return false; }, span);
-    const auto after = ProcessTree::members();
-    into.changes += after == processes ? "" : "yes";
-    const auto switches = static_cast<double>(contextSwitches(after)) - static_cast<double>(before);
-    into.wakeUps.push_back(switches / std::chrono::duration<double>(span).count());
-
-    into.engineProcesses += joined(namesWith(processes, { "WebKit" }));
-    into.libraries
-        += joined(mappingsWith(processes, { "libwebkit", "libjavascriptcore", "libgtk-", "libX11", "libxcb" }));
-    into.display += display.wasTouched() ? display.name() : "";
-    run.end();
-    host.waitForDeparture();
 }
 
 double storeOnce(const std::vector<std::string>& command)
@@ -167,17 +119,18 @@ void measureIdle(const Setting& setting, MeasuringHost& host, Report& report)
 {
     Idle bare;
     Idle ours;
-    idleOnce(setting.programs / "bare_item", host, bare);
+    const auto watchOnce = [&](const char* program, Idle& into) {
+        const UserFolders folders;
+        watchIdle(setting.programs / program, folders, 1, host, into);
+    };
+    watchOnce("bare_item", bare);
     for (auto round = 0; round < setting.runs; ++round)
-        idleOnce(setting.programs / "perchly", host, ours);
+        watchOnce("perchly", ours);
     constexpr auto megabytes = 15.0;
     report.add({ "Memory at rest (PSS, all processes)", "MiB", std::nullopt, ours.megabytes, megabytes });
     report.add({ "The bare item's, for scale", "MiB", std::nullopt, bare.megabytes, std::nullopt });
     report.add({ "Wake-ups at rest", "1/s", std::nullopt, ours.wakeUps, 0.0 });
-    report.require("No process of the engine runs at rest", ours.engineProcesses);
-    report.require("No library of the engine, of GTK or of X11 is mapped at rest", ours.libraries);
-    report.require("The display is not touched", ours.display);
-    report.require("No process comes or goes at rest", ours.changes);
+    requireNothingElse("at rest", ours, report);
 }
 
 void measureStore(const Setting& setting, Report& report)

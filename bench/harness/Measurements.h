@@ -34,6 +34,21 @@ void measureHidden(const Setting& setting, MeasuringHost& host, Report& report);
 /// Memory, wake-ups, and what must not be there, while nothing happens.
 void measureIdle(const Setting& setting, MeasuringHost& host, Report& report);
 
+/// From the order to make many bookmarks' status items to the last one's registration.
+void measureItemSync(const Setting& setting, MeasuringHost& host, Report& report);
+
+/// Who speaks on the bus when one bookmark of many has changed.
+void measureItemTraffic(const Setting& setting, MeasuringHost& host, Report& report);
+
+/// From a change of a bookmark's icon to the picture at the status area.
+void measureItemIcons(const Setting& setting, MeasuringHost& host, Report& report);
+
+/// What one more status item weighs.
+void measureItemMemory(const Setting& setting, MeasuringHost& host, Report& report);
+
+/// As measureIdle, with status items of bookmarks with every kind of icon.
+void measureItemIdle(const Setting& setting, MeasuringHost& host, Report& report);
+
 /// A big document of bookmarks, in and out.
 void measureStore(const Setting& setting, Report& report);
 

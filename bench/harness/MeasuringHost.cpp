@@ -2,6 +2,7 @@
 
 #include "Bus.h"
 
+#include <algorithm>
 #include <string_view>
 
 namespace bench {
@@ -95,8 +96,7 @@ MeasuringHost::MeasuringHost()
             const char* service = nullptr;
             g_variant_get(arguments, "(&s)", &service);
             const auto isPath = service[0] == '/';
-            self->itemName_ = isPath ? sender : service;
-            self->itemPath_ = isPath ? service : "/StatusNotifierItem";
+            self->items_.push_back({ isPath ? sender : service, isPath ? service : "/StatusNotifierItem" });
         }
         g_dbus_method_invocation_return_value(invocation, nullptr);
     };
@@ -127,79 +127,106 @@ MeasuringHost::~MeasuringHost()
 void MeasuringHost::reset()
 {
     arrival_ = 0;
-    itemName_.clear();
+    items_.clear();
 }
 
-Clock::time_point MeasuringHost::waitForItem()
+Clock::time_point MeasuringHost::waitForItems(std::size_t count)
 {
-    if (!waitUntil([&] { return !itemName_.empty(); }, patience))
-        giveUp("no status item was registered");
+    if (!waitUntil([&] { return items_.size() >= count; }, patience))
+        giveUp("only " + std::to_string(items_.size()) + " status items were registered");
     return Clock::time_point(Clock::duration(arrival_.load()));
 }
 
-GVariant* MeasuringHost::call(const char* path, const char* interface, const char* method, GVariant* arguments)
+const MeasuringHost::Item& MeasuringHost::itemWithId(const std::string& id)
+{
+    const auto found
+        = std::find_if(items_.begin(), items_.end(), [&](const auto& item) { return property(item, "Id") == id; });
+    if (found == items_.end())
+        giveUp("there is no item \"" + id + "\"");
+    return *found;
+}
+
+GVariant* MeasuringHost::call(
+    const Item& item, const char* path, const char* interface, const char* method, GVariant* arguments)
 {
     GError* error = nullptr;
-    auto* reply = g_dbus_connection_call_sync(bus_, itemName_.c_str(), path, interface, method, arguments, nullptr,
+    auto* reply = g_dbus_connection_call_sync(bus_, item.name.c_str(), path, interface, method, arguments, nullptr,
         G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &error);
     if (!reply)
         giveUp(std::string(method) + ": " + error->message);
     return reply;
 }
 
-std::string MeasuringHost::menuPath()
+std::string MeasuringHost::property(const Item& item, const char* name)
 {
     const Variant reply(
-        call(itemPath_.c_str(), propertiesInterface, "Get", g_variant_new("(ss)", itemInterface, "Menu")));
+        call(item, item.path.c_str(), propertiesInterface, "Get", g_variant_new("(ss)", itemInterface, name)));
     const Variant boxed(g_variant_get_child_value(reply.get(), 0));
-    const Variant path(g_variant_get_variant(boxed.get()));
-    return g_variant_get_string(path.get(), nullptr);
+    const Variant text(g_variant_get_variant(boxed.get()));
+    return g_variant_get_string(text.get(), nullptr);
 }
 
-GVariant* MeasuringHost::menuLayout(const std::string& menu)
+GVariant* MeasuringHost::menuLayout(const Item& item, const std::string& menu)
 {
     static const char* const all[] = { nullptr };
-    const Variant reply(call(menu.c_str(), menuInterface, "GetLayout", g_variant_new("(ii^as)", 0, -1, all)));
+    const Variant reply(call(item, menu.c_str(), menuInterface, "GetLayout", g_variant_new("(ii^as)", 0, -1, all)));
     return g_variant_get_child_value(reply.get(), 1);
 }
 
-void MeasuringHost::showItem()
+bool MeasuringHost::readPicture(const Item& item)
 {
-    const Variant properties(
-        call(itemPath_.c_str(), propertiesInterface, "GetAll", g_variant_new("(s)", itemInterface)));
-    const Variant layout(menuLayout(menuPath()));
+    const Variant reply(
+        call(item, item.path.c_str(), propertiesInterface, "GetAll", g_variant_new("(s)", itemInterface)));
+    const Variant properties(g_variant_get_child_value(reply.get(), 0));
+    const char* name = "";
+    g_variant_lookup(properties.get(), "IconName", "&s", &name);
+    const Variant pixels(g_variant_lookup_value(properties.get(), "IconPixmap", G_VARIANT_TYPE("a(iiay)")));
+    return name[0] != '\0' || (pixels && g_variant_n_children(pixels.get()) > 0);
+}
+
+void MeasuringHost::showItems()
+{
+    for (const auto& item : items_) {
+        if (!waitUntil([&] { return readPicture(item); }, patience))
+            giveUp("an item stays without a picture");
+        const Variant layout(menuLayout(item, property(item, "Menu")));
+    }
 }
 
 void MeasuringHost::choose(const std::string& row)
 {
+    const auto& item = items_.back();
     // Not waited for: what the panel paints meanwhile does not hold the user up.
-    g_dbus_connection_call(bus_, itemName_.c_str(), itemPath_.c_str(), propertiesInterface, "GetAll",
+    g_dbus_connection_call(bus_, item.name.c_str(), item.path.c_str(), propertiesInterface, "GetAll",
         g_variant_new("(s)", itemInterface), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr, nullptr);
-    const auto menu = menuPath();
-    const Variant layout(menuLayout(menu));
+    const auto menu = property(item, "Menu");
+    const Variant layout(menuLayout(item, menu));
     const auto id = idOfRow(layout.get(), { row });
-    const Variant done(call(menu.c_str(), menuInterface, "Event", clickOn(id)));
+    const Variant done(call(item, menu.c_str(), menuInterface, "Event", clickOn(id)));
 }
 
-MeasuringHost::Row MeasuringHost::rowOf(const std::vector<std::string>& labels)
+MeasuringHost::Row MeasuringHost::rowOf(const Item& item, const std::vector<std::string>& labels)
 {
-    const auto menu = menuPath();
-    const Variant changed(call(menu.c_str(), menuInterface, "AboutToShow", g_variant_new("(i)", 0)));
-    const Variant layout(menuLayout(menu));
-    return { menu, idOfRow(layout.get(), labels) };
+    const auto menu = property(item, "Menu");
+    const Variant changed(call(item, menu.c_str(), menuInterface, "AboutToShow", g_variant_new("(i)", 0)));
+    const Variant layout(menuLayout(item, menu));
+    return { item.name, menu, idOfRow(layout.get(), labels) };
 }
 
 void MeasuringHost::click(const Row& row)
 {
-    g_dbus_connection_call(bus_, itemName_.c_str(), row.menu.c_str(), menuInterface, "Event", clickOn(row.id), nullptr,
+    g_dbus_connection_call(bus_, row.item.c_str(), row.menu.c_str(), menuInterface, "Event", clickOn(row.id), nullptr,
         G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr, nullptr);
 }
 
 void MeasuringHost::waitForDeparture()
 {
-    const auto isGone
-        = [&] { return (itemName_.empty() || !isOnBus(bus_, itemName_)) && !isOnBus(bus_, "org.perchly.Perchly"); };
-    if (!waitUntil(isGone, patience))
+    const auto isGone = [&](const std::string& name) { return !isOnBus(bus_, name); };
+    const auto areAllGone = [&] {
+        return isGone("org.perchly.Perchly") && isGone("org.perchly.Items")
+            && std::all_of(items_.begin(), items_.end(), [&](const auto& item) { return isGone(item.name); });
+    };
+    if (!waitUntil(areAllGone, patience))
         giveUp("the program before is still on the bus");
 }
 

@@ -13,7 +13,7 @@ std::string answerTo(std::string_view request)
 {
     const auto target = request.substr(0, request.find(" HTTP/"));
     const auto address = target.substr(std::min(target.size(), std::string_view("GET ").size()));
-    const auto resource = resourceAt(address.substr(0, address.find('?')));
+    const auto resource = resourceAt(address);
     const auto answer = resource.value_or(Resource { "text/plain", "" });
     return std::string(resource ? "HTTP/1.1 200 OK" : "HTTP/1.1 404 Not Found") + "\r\nContent-Type: " + answer.type
         + "\r\nCache-Control: no-store\r\nConnection: close\r\nContent-Length: " + std::to_string(answer.body.size())

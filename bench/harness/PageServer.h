@@ -18,7 +18,8 @@ public:
     PageServer(const PageServer&) = delete;
     PageServer& operator=(const PageServer&) = delete;
 
-    [[nodiscard]] std::string address() const { return "http://127.0.0.1:" + std::to_string(port_) + "/"; }
+    [[nodiscard]] std::string origin() const { return "http://127.0.0.1:" + std::to_string(port_); }
+    [[nodiscard]] std::string address() const { return origin() + "/"; }
 
 private:
     GSocketService* service_;

@@ -57,38 +57,41 @@ std::string article()
     return page + script;
 }
 
-/// A bitmap of 640 by 360.
-std::string picture()
+constexpr auto drawing = R"xml(<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 16 16">
+<path d="M8 1 15 15H1z"/></svg>)xml";
+
+/// A bitmap.
+std::string picture(int width, int height)
 {
-    constexpr auto width = 640;
-    constexpr auto height = 360;
     constexpr auto headerSize = 54;
     std::string file = "BM";
     const auto number = [&file](std::uint32_t value, int bytes) {
         for (auto byte = 0; byte < bytes; ++byte)
             file += static_cast<char>(value >> (8 * byte) & 0xff);
     };
-    number(headerSize + width * height * 3, 4);
+    const auto unsign = [](int value) { return static_cast<std::uint32_t>(value); };
+    number(headerSize + unsign(width * height * 3), 4);
     number(0, 4);
     number(headerSize, 4);
     number(40, 4); // the rest of the header
-    number(width, 4);
-    number(height, 4);
+    number(unsign(width), 4);
+    number(unsign(height), 4);
     number(1, 2);
     number(24, 2);
     for (auto field = 0; field < 6; ++field)
         number(0, 4);
     for (auto y = 0; y < height; ++y) {
         for (auto x = 0; x < width; ++x)
-            number(static_cast<std::uint32_t>(x * 255 / width) << 16 | static_cast<std::uint32_t>(y * 255 / height), 3);
+            number(unsign(x * 255 / width) << 16 | unsign(y * 255 / height), 3);
     }
     return file;
 }
 
 } // namespace
 
-std::optional<Resource> resourceAt(std::string_view path)
+std::optional<Resource> resourceAt(std::string_view address)
 {
+    const auto path = address.substr(0, address.find('?'));
     if (path == "/")
         return Resource { html, std::string(head) + "<p>With a line of text.</p>" };
     if (path == "/article")
@@ -96,7 +99,11 @@ std::optional<Resource> resourceAt(std::string_view path)
     if (path == "/busy")
         return Resource { html, std::string(head) + unrest };
     if (path == "/picture")
-        return Resource { "image/bmp", picture() };
+        return Resource { "image/bmp", picture(640, 360) };
+    if (path == "/icon.svg")
+        return Resource { "image/svg+xml", drawing };
+    if (path == "/s2/favicons" && !address.ends_with(siteWithoutIcon))
+        return Resource { "image/bmp", picture(64, 64) };
     return std::nullopt;
 }
 

@@ -117,17 +117,30 @@ std::uint64_t ownMemory(const std::vector<pid_t>& processes)
     return sum;
 }
 
-std::uint64_t contextSwitches(const std::vector<pid_t>& processes)
+ContextSwitches contextSwitches(const std::vector<pid_t>& processes)
 {
-    std::uint64_t sum = 0;
+    ContextSwitches switches;
     for (const auto process : processes) {
         const auto threads = folderOf(process) / "task";
         for (const auto thread : numbersIn(threads)) {
             const auto status = threads / std::to_string(thread) / "status";
-            sum += fieldOf(status, "voluntary_ctxt_switches:") + fieldOf(status, "nonvoluntary_ctxt_switches:");
+            switches[thread]
+                = fieldOf(status, "voluntary_ctxt_switches:") + fieldOf(status, "nonvoluntary_ctxt_switches:");
         }
     }
-    return sum;
+    return switches;
+}
+
+double switchesBetween(const ContextSwitches& before, const ContextSwitches& after)
+{
+    std::uint64_t sum = 0;
+    for (const auto& [thread, count] : after) {
+        const auto earlier = before.find(thread);
+        sum += earlier == before.end() ? count : count - earlier->second;
+    }
+    for (const auto& [thread, count] : before)
+        sum += after.contains(thread) ? 0 : 1;
+    return static_cast<double>(sum);
 }
 
 std::uint64_t openDescriptors(const std::vector<pid_t>& processes)

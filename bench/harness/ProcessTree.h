@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -30,8 +31,12 @@ public:
 /// library counts less the more others use it.
 [[nodiscard]] std::uint64_t ownMemory(const std::vector<pid_t>& processes);
 
-/// How often any thread has given up the processor, by its will or not: each time it must have been woken.
-[[nodiscard]] std::uint64_t contextSwitches(const std::vector<pid_t>& processes);
+/// How often each thread has given up the processor, by its will or not: each time it must have been woken.
+using ContextSwitches = std::map<pid_t, std::uint64_t>;
+[[nodiscard]] ContextSwitches contextSwitches(const std::vector<pid_t>& processes);
+
+/// Those of all threads since then. A thread that ended meanwhile counts once: it must have been woken for that.
+[[nodiscard]] double switchesBetween(const ContextSwitches& before, const ContextSwitches& after);
 
 /// Open files, sockets and the like. Not those of /proc and /sys: some seconds after its start each process of the
 /// engine opens seven of them, to watch over the memory, and keeps them.

@@ -53,6 +53,7 @@ UserFolders::UserFolders()
         std::filesystem::create_directories(path_ / folder);
     std::filesystem::create_directory(path_ / "runtime");
     std::filesystem::permissions(path_ / "runtime", std::filesystem::perms::owner_all);
+    setFaviconService("http://127.0.0.1:1");
 }
 
 UserFolders::~UserFolders()
@@ -65,25 +66,63 @@ std::map<std::string, std::string> UserFolders::environment() const
 {
     return { { "HOME", path_ }, { "XDG_CONFIG_HOME", path_ / "config" }, { "XDG_DATA_HOME", path_ / "data" },
         { "XDG_CACHE_HOME", path_ / "cache" }, { "XDG_STATE_HOME", path_ / "state" },
-        { "XDG_RUNTIME_DIR", path_ / "runtime" } };
+        { "XDG_RUNTIME_DIR", path_ / "runtime" },
+        // The status area is ours, and what some desktops' own areas need is not for it.
+        { "XDG_CURRENT_DESKTOP", "" } };
+}
+
+void UserFolders::setPreference(const char* key, const std::string& value) const
+{
+    // Of several the last one counts.
+    std::ofstream(path_ / "config/Perchly/preferences.ini", std::ios::app) << "[Preferences]\n"
+                                                                           << key << "=" << value << "\n";
 }
 
 void UserFolders::setHomePage(const std::string& address) const
 {
-    std::ofstream(path_ / "config/Perchly/preferences.ini") << "[Preferences]\nHomePageURL=" << address << "\n";
+    setPreference("HomePageURL", address);
+}
+
+void UserFolders::setFaviconService(const std::string& address) const
+{
+    setPreference("FaviconServiceURL", address);
 }
 
 void UserFolders::setPinnedBookmarks(
     const std::vector<std::string>& titles, const std::vector<std::string>& addresses) const
 {
+    std::vector<MenuBarBookmark> bookmarks;
+    for (std::size_t index = 0; index < titles.size(); ++index)
+        bookmarks.push_back({ titles[index], addresses[index], {}, {}, {} });
+    writeBookmarks(bookmarks, true);
+}
+
+void UserFolders::setMenuBarBookmarks(const std::vector<MenuBarBookmark>& bookmarks) const
+{
+    writeBookmarks(bookmarks, false);
+}
+
+void UserFolders::writeBookmarks(const std::vector<MenuBarBookmark>& bookmarks, bool arePinned) const
+{
     std::filesystem::create_directories(path_ / "data/Perchly");
     std::ofstream file(path_ / "data/Perchly/bookmarks.json");
+    const auto writeText = [&](const char* key, const std::string& text) {
+        if (!text.empty())
+            file << '"' << key << R"(":")" << text << R"(",)";
+    };
     file << R"({"bookmarks":[)";
-    for (std::size_t index = 0; index < titles.size(); ++index)
-        file << (index > 0 ? "," : "") << R"({"id":")" << index << R"(","title":")" << titles[index] << R"(","url":")"
-             << addresses[index] << R"(","isPinned":true,"isAddedToMenuBar":false,"createdAt":0,)"
-             << R"("shouldReloadOnOpen":false,"isAlwaysOnTop":false,"prefersDetached":false,)"
+    for (std::size_t index = 0; index < bookmarks.size(); ++index) {
+        const auto& bookmark = bookmarks[index];
+        file << (index > 0 ? "," : "") << R"({"id":")" << index << R"(","title":")" << bookmark.title << R"(","url":")"
+             << bookmark.address << R"(",)";
+        writeText("sfSymbolName", bookmark.symbol);
+        writeText("customEmoji", bookmark.emoji);
+        writeText("iconURL", bookmark.iconAddress);
+        file << (arePinned ? R"("isPinned":true,"isAddedToMenuBar":false,)"
+                           : R"("isPinned":false,"isAddedToMenuBar":true,)")
+             << R"("createdAt":0,"shouldReloadOnOpen":false,"isAlwaysOnTop":false,"prefersDetached":false,)"
              << R"("openInSystemBrowser":false})";
+    }
     file << "]}";
 }
 

@@ -24,10 +24,28 @@ public:
 
     void setHomePage(const std::string& address) const;
 
+    /// Where icons of sites are asked for. Without this call that is nowhere; never anywhere beyond this machine.
+    void setFaviconService(const std::string& address) const;
+
     /// Makes these the only bookmarks; all have their row in the menu.
     void setPinnedBookmarks(const std::vector<std::string>& titles, const std::vector<std::string>& addresses) const;
 
+    /// What is empty, the bookmark does without.
+    struct MenuBarBookmark {
+        std::string title;
+        std::string address;
+        std::string symbol;
+        std::string emoji;
+        std::string iconAddress;
+    };
+
+    /// Makes these the only bookmarks; each has a status item and, for its id, its index.
+    void setMenuBarBookmarks(const std::vector<MenuBarBookmark>& bookmarks) const;
+
 private:
+    void setPreference(const char* key, const std::string& value) const;
+    void writeBookmarks(const std::vector<MenuBarBookmark>& bookmarks, bool arePinned) const;
+
     std::filesystem::path path_;
 };
 

@@ -1,4 +1,4 @@
-// bench_harness PROGRAMS RUNS RESULTS [start|paint|show|memory|growth|hidden|idle|store]...
+// bench_harness PROGRAMS RUNS RESULTS [start|paint|show|memory|growth|hidden|idle|items|store]...
 // Measures the programs of a folder on the session bus and the display that it finds, prints a table and writes it to
 // RESULTS. The status is 0 when every target is met, 1 when one is missed, 2 when something could not be measured.
 #include "Measurements.h"
@@ -30,7 +30,8 @@ int main(int argc, char** argv)
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     constexpr std::size_t fixed = 3;
     if (arguments.size() < fixed) {
-        std::fputs("usage: bench_harness PROGRAMS RUNS RESULTS [start|paint|show|memory|growth|hidden|idle|store]...\n",
+        std::fputs("usage: bench_harness PROGRAMS RUNS RESULTS"
+                   " [start|paint|show|memory|growth|hidden|idle|items|store]...\n",
             stderr);
         return 2;
     }
@@ -56,6 +57,11 @@ int main(int argc, char** argv)
         { "growth", bench::measureGrowth },
         { "hidden", bench::measureHidden },
         { "idle", bench::measureIdle },
+        { "items", bench::measureItemSync },
+        { "items", bench::measureItemTraffic },
+        { "items", bench::measureItemIcons },
+        { "items", bench::measureItemMemory },
+        { "items", bench::measureItemIdle },
     };
     for (const auto& [name, measure] : measurements) {
         if (isWanted(name))

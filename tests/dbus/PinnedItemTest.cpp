@@ -300,6 +300,44 @@ TEST_F(PinnedItemTest, LeavesTheStatusAreaAtOnceWhoeverHasIt)
     EXPECT_EQ(watcher_.registrations(), 2);
 }
 
+TEST_F(PinnedItemTest, ManyAtOnceComeInTheOrderOfTheBookmarks)
+{
+    constexpr auto count = 40;
+    std::vector<std::string> expected;
+    for (auto number = 0; number < count; ++number) {
+        store().addBookmark(bookmarkNamed("Bookmark " + std::to_string(number)));
+        expected.push_back("(<'Bookmark " + std::to_string(number) + "'>,)");
+    }
+
+    announce();
+
+    ASSERT_TRUE(waitUntil([&] { return watcher_.items().size() == count; }));
+    std::vector<std::string> titles;
+    for (const auto& item : watcher_.items()) {
+        const auto reply = testbus::call(host_,
+            { item.substr(0, item.find('/')), "/StatusNotifierItem", "org.freedesktop.DBus.Properties" }, "Get",
+            g_variant_new("(ss)", itemInterface, "Title"));
+        ASSERT_TRUE(reply);
+        titles.emplace_back(desktop::GLibPointer<>(g_variant_print(reply.get(), TRUE)).get());
+    }
+    EXPECT_EQ(titles, expected);
+}
+
+TEST_F(PinnedItemTest, ARowThatTakesItsItemAwayIsAnsweredAllTheSame)
+{
+    const auto bookmark = bookmarkNamed("This");
+    for (auto time = 0; time < 100; ++time) {
+        store().removeBookmark(bookmark.id);
+        shown(bookmark);
+        const GnomeHost host(connectionOf(bookmark), "/MenuBar");
+
+        EXPECT_TRUE(host.call(
+            "Event", g_variant_new("(isvu)", host.idOf("Remove from Menubar"), "clicked", g_variant_new_int32(0), 0U)));
+
+        ASSERT_TRUE(waitUntil([&] { return watcher_.items().empty(); }));
+    }
+}
+
 TEST_F(PinnedItemTest, AChangeOfOneAmongManyIsToldOfThatOneAlone)
 {
     std::vector<Bookmark> bookmarks;

@@ -1,5 +1,6 @@
 #include "platform/appkit/StatusItem.h"
 #include "FakeWatcher.h"
+#include "Monitor.h"
 #include "platform/appkit/Image.h"
 #include "platform/appkit/Menu.h"
 #include "platform/appkit/StatusBar.h"
@@ -79,6 +80,13 @@ protected:
     {
         return print(
             target(item, "org.freedesktop.DBus.Properties"), "Get", g_variant_new("(ss)", itemInterface, name));
+    }
+
+    /// As Xfce's panel does.
+    void readAll(const std::string& item) const
+    {
+        EXPECT_NE(print(target(item, "org.freedesktop.DBus.Properties"), "GetAll", g_variant_new("(s)", itemInterface)),
+            "error");
     }
 
     bool appears(const FakeWatcher& watcher, std::size_t number = 1) const
@@ -259,6 +267,21 @@ TEST_F(StatusItemTest, AppearsAsSoonAsThereIsAStatusArea)
     EXPECT_TRUE(appears(watcher));
 }
 
+TEST_F(StatusItemTest, ListensForTheStatusAreaOnceForAllItems)
+{
+    const FakeWatcher watcher;
+    const testbus::Monitor monitor;
+    const auto first = makeItem(false);
+    const auto second = makeItem(false);
+    ASSERT_TRUE(appears(watcher, 2));
+
+    for (const auto& item : watcher.items()) {
+        const auto connection = target(item, "").service;
+        EXPECT_TRUE(waitUntil([&] { return monitor.hasSeen(connection, "RegisterStatusNotifierItem"); }));
+        EXPECT_FALSE(monitor.hasSeen(connection, "AddMatch"));
+    }
+}
+
 TEST_F(StatusItemTest, ComesBackWithTheStatusArea)
 {
     std::optional<FakeWatcher> watcher(std::in_place);
@@ -271,6 +294,66 @@ TEST_F(StatusItemTest, ComesBackWithTheStatusArea)
     watcher.emplace();
 
     EXPECT_TRUE(appears(*watcher, 2));
+}
+
+TEST_F(StatusItemTest, ManyComeAndComeBackInTheOrderOfTheirMaking)
+{
+    constexpr auto count = 30;
+    std::vector<std::shared_ptr<StatusItem>> items;
+    std::vector<std::string> expected;
+    for (auto number = 0; number < count; ++number) {
+        items.push_back(makeItem(false));
+        items.back()->setAutosaveName(std::to_string(number));
+        expected.push_back("(<'perchly-" + std::to_string(number) + "'>,)");
+    }
+    // The first time they meet an area that is there, then ones that come.
+    for (auto time = 0; time < 3; ++time) {
+        const FakeWatcher watcher;
+        ASSERT_TRUE(appears(watcher, count));
+        std::vector<std::string> ids;
+        for (const auto& item : watcher.items())
+            ids.push_back(property(item, "Id"));
+        EXPECT_EQ(ids, expected);
+        testbus::settle(host_);
+        EXPECT_EQ(watcher.registrations(), count);
+    }
+}
+
+TEST_F(StatusItemTest, OnXfceEachItemComesWhenTheOneBeforeWasTakenUp)
+{
+    g_setenv("XDG_CURRENT_DESKTOP", "XFCE", TRUE);
+    const FakeWatcher watcher;
+    const std::shared_ptr<StatusItem> items[] = { makeItem(true), makeItem(false), makeItem(false) };
+    ASSERT_TRUE(appears(watcher));
+    testbus::settle(host_);
+    EXPECT_THAT(watcher.items(), SizeIs(1));
+
+    const auto before = g_get_monotonic_time();
+    readAll(watcher.items().front());
+    ASSERT_TRUE(appears(watcher, 2));
+    EXPECT_LT(g_get_monotonic_time() - before, 500'000);
+    testbus::settle(host_);
+    EXPECT_THAT(watcher.items(), SizeIs(2));
+
+    // Nobody reads the second one, which is not waited for long.
+    EXPECT_TRUE(appears(watcher, 3));
+}
+
+TEST_F(StatusItemTest, OnXfceItemsMayGoBeforeTheirTurn)
+{
+    g_setenv("XDG_CURRENT_DESKTOP", "XFCE", TRUE);
+    const FakeWatcher watcher;
+    std::shared_ptr<StatusItem> items[] = { makeItem(true), makeItem(false) };
+    ASSERT_TRUE(appears(watcher));
+    testbus::settle(host_);
+    const auto first = watcher.items().front();
+
+    items[first.ends_with("/perchly") ? 1 : 0].reset();
+    readAll(first);
+    const auto later = makeItem(false);
+
+    ASSERT_TRUE(appears(watcher, 2));
+    EXPECT_EQ(watcher.registrations(), 2);
 }
 
 TEST_F(StatusItemTest, RegistersAgainWhenItWasForgotten)
@@ -335,6 +418,7 @@ TEST_F(StatusItemTest, ANewMenuTakesThePlaceOfTheFormerOneOnTheSameItem)
     ASSERT_TRUE(appears(watcher));
     auto menuObject = target(watcher.items().front(), "com.canonical.dbusmenu");
     menuObject.path = "/MenuBar";
+    ASSERT_EQ(print(menuObject, "GetProperty", g_variant_new("(is)", 1, "label")), "(<'Quit'>,)");
 
     item->setMenu(menu("Leave"));
 

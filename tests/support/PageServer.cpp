@@ -1,7 +1,8 @@
 // Serves the pages of a folder on a free port of 127.0.0.1, for tests that run a whole program.
 //   perchly_page_server FOLDER LOG
 // Prints the port as its first line. Appends the lines "METHOD TARGET" and "User-Agent: ..." to LOG for each
-// request. A page named slow* stays open until /release is asked for. Ends when its standard input does.
+// request. A page named slow* stays open until /release is asked for. It is a service for icons of sites as well: each
+// has the one in favicon.svg. Ends when its standard input does.
 
 #include "TestServer.h"
 
@@ -72,7 +73,11 @@ private:
     Response page(const Request& request)
     {
         // Only plain names: no folder, nothing above this one.
-        auto name = request.path == "/" ? std::string("index.html") : request.path.substr(1);
+        auto name = request.path.substr(1);
+        if (name.empty())
+            name = "index.html";
+        if (name == "s2/favicons")
+            name = "favicon.svg";
         if (name.find('.') == std::string::npos)
             name += ".html";
         const auto file = folder_ / name;

@@ -1,8 +1,11 @@
 // Looks at the status items on the session bus the way a status area does, for tests that run a whole program.
 //   perchly_status_probe items                      one line for each registered item: SERVICE PATH
+//   perchly_status_probe ids                        their Ids, a line each
+//   perchly_status_probe item ID                    the item of that Id: SERVICE PATH
 //   perchly_status_probe property SERVICE PATH NAME   the item's property as text
 //   perchly_status_probe menu SERVICE PATH          one line for each row of the item's menu:
 //                                                   DEPTH|TYPE|enabled or disabled|LABEL
+//                                                   TYPE is standard, separator, checked or unchecked
 //   perchly_status_probe click SERVICE PATH LABEL   chooses the first row of that label
 //   perchly_status_probe activate SERVICE PATH X Y  a left click
 
@@ -87,8 +90,11 @@ void readRow(GVariant* node, int depth, std::vector<Row>& rows)
     const Variant owned(properties);
     const char* text = nullptr;
     gboolean flag = TRUE;
+    gint32 state = 0;
     if (g_variant_lookup(properties, "type", "&s", &text))
         row.type = text;
+    if (g_variant_lookup(properties, "toggle-type", "&s", &text) && text == std::string_view("checkmark"))
+        row.type = g_variant_lookup(properties, "toggle-state", "i", &state) && state == 1 ? "checked" : "unchecked";
     if (g_variant_lookup(properties, "label", "&s", &text))
         row.label = text;
     if (g_variant_lookup(properties, "enabled", "b", &flag))
@@ -127,21 +133,61 @@ Menu menuOf(const char* service, const char* itemPath)
     return menu;
 }
 
-int printItems()
+struct Item {
+    std::string service;
+    std::string path;
+};
+
+std::vector<Item> registeredItems()
 {
-    const auto items = property("org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
+    std::vector<Item> items;
+    const auto registered = property("org.kde.StatusNotifierWatcher", "/StatusNotifierWatcher",
         "org.kde.StatusNotifierWatcher", "RegisteredStatusNotifierItems");
     GVariantIter iter;
-    g_variant_iter_init(&iter, items.get());
+    g_variant_iter_init(&iter, registered.get());
     const char* item = nullptr;
     while (g_variant_iter_next(&iter, "&s", &item)) {
         const std::string_view text(item);
         const auto slash = text.find('/');
-        const std::string service(text.substr(0, slash));
-        const std::string path(slash == std::string_view::npos ? "/StatusNotifierItem" : text.substr(slash));
-        std::printf("%s %s\n", service.c_str(), path.c_str());
+        items.push_back({ std::string(text.substr(0, slash)),
+            std::string(slash == std::string_view::npos ? "/StatusNotifierItem" : text.substr(slash)) });
     }
+    return items;
+}
+
+std::string idOf(const Item& item)
+{
+    return textOf(property(item.service.c_str(), item.path.c_str(), itemInterface, "Id").get());
+}
+
+void print(const Item& item)
+{
+    std::printf("%s %s\n", item.service.c_str(), item.path.c_str());
+}
+
+int printItems()
+{
+    for (const auto& item : registeredItems())
+        print(item);
     return 0;
+}
+
+int printIds()
+{
+    for (const auto& item : registeredItems())
+        std::puts(idOf(item).c_str());
+    return 0;
+}
+
+int printItem(std::string_view id)
+{
+    for (const auto& item : registeredItems()) {
+        if (idOf(item) != id)
+            continue;
+        print(item);
+        return 0;
+    }
+    return 1;
 }
 
 int printMenu(const char* service, const char* path)
@@ -171,6 +217,10 @@ int run(const std::vector<const char*>& words)
     const std::string_view command = words.empty() ? "" : words[0];
     if (command == "items" && words.size() == 1)
         return printItems();
+    if (command == "ids" && words.size() == 1)
+        return printIds();
+    if (command == "item" && words.size() == 2)
+        return printItem(words[1]);
     if (command == "property" && words.size() == 4) {
         std::puts(textOf(property(words[1], words[2], itemInterface, words[3]).get()).c_str());
         return 0;
@@ -184,7 +234,7 @@ int run(const std::vector<const char*>& words)
             g_variant_new("(ii)", std::atoi(words[3]), std::atoi(words[4])));
         return 0;
     }
-    std::fputs("usage: perchly_status_probe items | property | menu | click | activate\n", stderr);
+    std::fputs("usage: perchly_status_probe items | ids | item | property | menu | click | activate\n", stderr);
     return 2;
 }
 

@@ -5,7 +5,10 @@
 #include <filesystem>
 #include <fstream>
 #include <functional>
+#include <netinet/in.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace {
 
@@ -18,6 +21,45 @@ using testing::IsEmpty;
 using testing::Not;
 
 constexpr std::size_t mebibyte = std::size_t { 1 } << 20U;
+
+/// A port whose queue of connections is full, so that the system takes no other.
+class FullListener {
+public:
+    FullListener()
+    {
+        sockaddr_in address {};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        socklen_t size = sizeof address;
+        auto* name = reinterpret_cast<sockaddr*>(&address);
+        const auto listener = newSocket();
+        EXPECT_EQ(bind(listener, name, size), 0);
+        EXPECT_EQ(listen(listener, 0), 0);
+        EXPECT_EQ(getsockname(listener, name, &size), 0);
+        port_ = ntohs(address.sin_port);
+        for (auto number = 0; number < 8; ++number)
+            connect(newSocket(), name, size);
+    }
+    ~FullListener()
+    {
+        for (const auto descriptor : sockets_)
+            close(descriptor);
+    }
+    FullListener(const FullListener&) = delete;
+    FullListener& operator=(const FullListener&) = delete;
+
+    [[nodiscard]] std::string url() const { return "http://127.0.0.1:" + std::to_string(port_) + "/"; }
+
+private:
+    int newSocket()
+    {
+        sockets_.push_back(socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+        return sockets_.back();
+    }
+
+    std::vector<int> sockets_;
+    unsigned port_ = 0;
+};
 
 class URLSessionTest : public DownloadTest {
 protected:
@@ -200,6 +242,55 @@ TEST_F(URLSessionTest, OneThatIsSilentDoesNotHoldUpTheOthers)
     server.release("/never");
     ASSERT_TRUE(isDone(silent));
     EXPECT_EQ(silent->data(), "late");
+}
+
+TEST_F(URLSessionTest, WhatWaitsForOthersOfItsHostIsNotGivenUp)
+{
+    constexpr auto count = 40;
+    server.setHandler([](const auto& request) {
+        std::this_thread::sleep_for(milliseconds(200));
+        return perchly::test::Response { .body = request.path };
+    });
+    std::vector<SharedDownload> downloads;
+    downloads.reserve(count);
+    for (auto number = 0; number < count; ++number) {
+        auto request = requestFor(server.url("/" + std::to_string(number)));
+        request.timeoutInterval = milliseconds(700);
+        downloads.push_back(start(request));
+    }
+
+    for (auto number = 0; number < count; ++number) {
+        const auto& one = downloads[static_cast<std::size_t>(number)];
+        ASSERT_TRUE(isDone(one));
+        EXPECT_EQ(one->data(), "/" + std::to_string(number)) << one->error();
+    }
+}
+
+TEST_F(URLSessionTest, SixAtATimeAreAskedOfAHostAndTheSilentOnesMakeRoom)
+{
+    server.serve("/never", { .body = "late", .hold = Hold::BeforeHead });
+    server.serve("/quick", { .body = "quick" });
+    auto request = requestFor(server.url("/never"));
+    request.timeoutInterval = milliseconds(500);
+    std::vector<SharedDownload> silent;
+    silent.reserve(6);
+    for (auto number = 0; number < 6; ++number)
+        silent.push_back(start(request));
+    ASSERT_TRUE(isAskedFor("/never", 6));
+
+    EXPECT_EQ(download(server.url("/quick"))->data(), "quick");
+
+    for (const auto& one : silent)
+        EXPECT_EQ(errorOf(one), "The request timed out.");
+}
+
+TEST_F(URLSessionTest, AServerThatNeverTakesTheConnectionIsGivenUp)
+{
+    const FullListener listener;
+    auto request = requestFor(listener.url());
+    request.timeoutInterval = milliseconds(500);
+
+    EXPECT_EQ(errorOf(download(request)), "The request timed out.");
 }
 
 TEST_F(URLSessionTest, ADownloadOfUpToSixteenMebibytesIsTaken)

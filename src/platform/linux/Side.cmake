@@ -46,6 +46,7 @@ target_sources(perchly_platform PRIVATE
   linux/statusarea/MenuServer.cpp
   linux/statusarea/MenuTree.cpp
   linux/statusarea/Picture.cpp
+  linux/statusarea/RegistrationQueue.cpp
   linux/statusarea/StatusNotifierItem.cpp
   linux/statusarea/StatusNotifierWatcher.cpp
   linux/statusarea/SymbolicIcon.cpp

@@ -1,23 +1,15 @@
 #include "platform/linux/desktop/ConstraintView.h"
 #include "platform/linux/desktop/GObject.h"
 #include "platform/linux/desktop/Toolkit.h"
+#include "support/linux/ToolkitFunction.h"
 
 #include <gtest/gtest.h>
-
-#include <dlfcn.h>
 
 namespace {
 
 using desktop::AxisLayout;
+using perchly::test::toolkitFunction;
 using Attribute = AxisLayout::Attribute;
-
-/// A function of the toolkit that the application itself does without. Once the toolkit is loaded.
-template <class Function>
-Function toolkitFunction(const char* name)
-{
-    auto* library = dlopen("libgtk-4.so.1", RTLD_LAZY | RTLD_NOLOAD);
-    return reinterpret_cast<Function>(dlsym(library, name));
-}
 
 /// A view of its own size, 30 by 20 at least, and children without one.
 class ConstraintViewTest : public testing::Test {

@@ -2,6 +2,9 @@
 #include "ui/DownloadTest.h"
 
 #include <csignal>
+#include <filesystem>
+#include <fstream>
+#include <mutex>
 
 namespace {
 
@@ -12,6 +15,26 @@ using std::chrono::seconds;
 using testing::IsEmpty;
 using testing::Not;
 using testing::SizeIs;
+
+constexpr long mebibyte = 1024; // in kilobytes, as the system counts
+
+/// A line of the process's status, in kilobytes.
+long memoryOf(const std::string& process, const std::string& line)
+{
+    std::ifstream status("/proc/" + process + "/status");
+    for (std::string word; status >> word;) {
+        long value = 0;
+        if (word == line + ":" && status >> value)
+            return value;
+    }
+    return 0;
+}
+
+/// The most that it has ever held, from now on.
+void forgetPeak(const std::string& process)
+{
+    std::ofstream("/proc/" + process + "/clear_refs") << "5";
+}
 
 /// The program that downloads, and is there only while something is to be downloaded.
 class FetchProcessTest : public DownloadTest {
@@ -132,6 +155,36 @@ TEST_F(FetchProcessTest, KilledAMomentBeforeADownloadThatIsToldOrDone)
     EXPECT_TRUE(next->data() == "home" || !next->error().empty());
     EXPECT_EQ(next->calls(), 1);
     downloadOnce();
+}
+
+TEST_F(FetchProcessTest, ManyLargeDownloadsDoNotFillTheMemory)
+{
+    constexpr auto count = 40;
+    const auto file = std::filesystem::path(std::getenv("XDG_DATA_HOME")) / "large";
+    std::ofstream(file).put('x');
+    std::filesystem::resize_file(file, std::uintmax_t { 15 } << 20U);
+    const auto url = foundation::URL::parse("file://" + file.string());
+    downloadOnce();
+    const auto fetcher = std::to_string(*fetchers().begin());
+    const auto before = memoryOf("self", "VmRSS");
+    forgetPeak("self");
+    std::mutex oneAtATime;
+    std::atomic<int> complete = 0;
+
+    for (auto number = 0; number < count; ++number) {
+        foundation::URLSession::sharedSession().dataTask(
+            { .url = *url }, [&](const foundation::Result<std::string>& data) {
+                // Takes the time that decoding takes.
+                const std::scoped_lock lock(oneAtATime);
+                std::this_thread::sleep_for(milliseconds(200));
+                complete += data && data.value().size() == std::size_t { 15 } << 20U ? 1 : 0;
+            });
+    }
+    ASSERT_TRUE(waitUntil([&] { return complete == count; }, seconds(40)));
+
+    EXPECT_LT(memoryOf("self", "VmHWM") - before, 100 * mebibyte);
+    EXPECT_LT(memoryOf(fetcher, "VmHWM"), 180 * mebibyte);
+    EXPECT_TRUE(waitUntil([&] { return memoryOf("self", "VmRSS") - before < 8 * mebibyte; }));
 }
 
 TEST_F(FetchProcessTest, WhatIsWrittenWithoutAFolderForItIsDownloadedAllTheSame)

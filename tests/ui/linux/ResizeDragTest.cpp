@@ -3,6 +3,7 @@
 #include "platform/appkit/Event.h"
 #include "platform/linux/appkit/ViewNative.h"
 #include "support/linux/ScreenPointer.h"
+#include "support/linux/ToolkitFunction.h"
 #include "ui/SurfacesTest.h"
 
 #include <gmock/gmock.h>
@@ -182,6 +183,42 @@ TEST_F(ResizeDragTest, TheCursorTellsWhereAStripCanGo)
     EXPECT_EQ(cursorOver(*areas().rightResizeArea), "ew-resize");
     EXPECT_EQ(cursorOver(*areas().bottomResizeArea), "ns-resize");
     EXPECT_EQ(cursorOver(*browser()->view()), "");
+}
+
+/// As for those who read from right to left.
+class MirroredResizeDragTest : public ResizeDragTest {
+protected:
+    MirroredResizeDragTest()
+    {
+        desktop::loadToolkit();
+        setDirection(GTK_TEXT_DIR_RTL);
+    }
+    ~MirroredResizeDragTest() override { setDirection(GTK_TEXT_DIR_LTR); }
+
+private:
+    static void setDirection(GtkTextDirection direction)
+    {
+        perchly::test::toolkitFunction<void (*)(GtkTextDirection)>("gtk_widget_set_default_direction")(direction);
+    }
+};
+
+TEST_F(MirroredResizeDragTest, TheLeadingStripStandsAtTheRightAndTakesItsEdgeAlong)
+{
+    openPlacedWindow();
+
+    drag(*areas().leftResizeArea, 60, 10);
+
+    EXPECT_TRUE(isLaidOut(browser(), { 560, 450 }));
+    EXPECT_GT(middleOf(*areas().leftResizeArea).x, middleOf(*areas().rightResizeArea).x);
+}
+
+TEST_F(MirroredResizeDragTest, TheTrailingStripStandsAtTheLeft)
+{
+    openPlacedWindow();
+
+    drag(*areas().rightResizeArea, -50, 10);
+
+    EXPECT_TRUE(isLaidOut(browser(), { 550, 450 }));
 }
 
 /// A strip by itself, with the pointer on its way.

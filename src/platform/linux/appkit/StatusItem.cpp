@@ -62,10 +62,25 @@ void logOnce(const std::string& line)
         foundation::log(line);
 }
 
-std::vector<const StatusItem::Native*>& allItems()
+/// In the order of their making.
+std::vector<StatusItem::Native*>& allItems()
 {
-    static std::vector<const StatusItem::Native*> items;
+    static std::vector<StatusItem::Native*> items;
     return items;
+}
+
+/// The row that takes its item away is still to be answered. Asks the bus something, because what is answered was sent,
+/// and all that went before it: g_dbus_connection_flush takes a thread, and keeps it for good where the bus has gone.
+void closeWhenSent(GDBusConnection* connection)
+{
+    const auto sent = +[](GObject* source, GAsyncResult* result, gpointer) {
+        if (auto* reply = g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, nullptr))
+            g_variant_unref(reply);
+        g_dbus_connection_close(G_DBUS_CONNECTION(source), nullptr, nullptr, nullptr);
+    };
+    constexpr auto patience = 1000;
+    g_dbus_connection_call(connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus.Peer",
+        "Ping", nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE, patience, nullptr, sent, nullptr);
 }
 
 desktop::GLibPointer<> sessionBusAddress()
@@ -90,6 +105,7 @@ StatusItem::Native::~Native()
 {
     std::erase(allItems(), this);
     disconnect();
+    exportConnectedItems();
 }
 
 void StatusItem::Native::connect()
@@ -104,11 +120,12 @@ void StatusItem::Native::connect()
         // Cancelled: the status item is gone.
         if (error.matches(G_IO_ERROR, G_IO_ERROR_CANCELLED))
             return;
-        if (!connection)
-            return logOnce("StatusBar - The session bus cannot be reached, hence no status item: " + error.message());
         auto* self = static_cast<Native*>(data);
+        self->connecting_.reset();
         self->connection_ = desktop::adopt(connection);
-        self->exportItem();
+        if (!connection)
+            logOnce("StatusBar - The session bus cannot be reached, hence no status item: " + error.message());
+        exportConnectedItems();
     };
     constexpr auto flags = static_cast<GDBusConnectionFlags>(
         G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT | G_DBUS_CONNECTION_FLAGS_MESSAGE_BUS_CONNECTION);
@@ -119,11 +136,12 @@ void StatusItem::Native::disconnect()
 {
     if (connecting_)
         g_cancellable_cancel(connecting_.get());
+    connecting_.reset();
     watcher_.reset();
     item_.reset();
     menuServer_.reset();
     if (connection_)
-        g_dbus_connection_close(connection_.get(), nullptr, nullptr, nullptr);
+        closeWhenSent(connection_.get());
     connection_.reset();
 }
 
@@ -132,16 +150,26 @@ void StatusItem::Native::remove()
     pendingUpdate_.reset();
     pendingBlank_.reset();
     disconnect();
+    exportConnectedItems();
+}
+
+/// Connections are made in any order, but status areas show items in the order of their coming.
+void StatusItem::Native::exportConnectedItems()
+{
+    for (auto* item : allItems()) {
+        if (item->connecting_)
+            return;
+        if (item->connection_ && !item->item_)
+            item->exportItem();
+    }
 }
 
 /// Comes in a later turn of the main loop than the item's making, when its picture and menu are set.
 void StatusItem::Native::exportItem()
 {
     const auto options = configuration();
-    askForContextMenu();
     menuServer_ = desktop::MenuServer::create(connection_.get(), options.menuPath,
-        { [this] { return rows(); }, [this] { askForContextMenu(); },
-            [this] { button->native().lastClick = desktop::pointerPosition(); } });
+        { [this] { return rows(); }, [this] { button->native().lastClick = desktop::pointerPosition(); } });
     item_ = desktop::StatusNotifierItem::create(
         connection_.get(), options, appearance(), [this](auto click, auto place) { clicked(click, place); });
     button->native().changed = [this] { buttonChanged(); };
@@ -165,7 +193,7 @@ desktop::StatusNotifierItem::Appearance StatusItem::Native::appearance() const
 
 /// The menu of an item without one stands for the click: some hosts open it on a click, and none shows an item whose
 /// menu is empty.
-std::vector<desktop::MenuRow> StatusItem::Native::rows() const
+std::vector<desktop::MenuRow> StatusItem::Native::rows()
 {
     if (menu && !menu->items().empty())
         return menuRows(*menu);
@@ -173,6 +201,7 @@ std::vector<desktop::MenuRow> StatusItem::Native::rows() const
         if (const auto clickable = weak.lock())
             performLeftClick(*clickable);
     });
+    askForContextMenu();
     const auto& contextMenu = button->native().contextMenu;
     if (!contextMenu)
         return { open };
@@ -209,10 +238,8 @@ void StatusItem::Native::update()
     // While the connection is being made anew there is no item; it will be exported as it then looks.
     if (!item_)
         return;
-    if (!menu && takesRightClicks()) {
-        askForContextMenu();
+    if (!menu && takesRightClicks())
         menuServer_->rowsChanged();
-    }
     if (auto look = appearance(); look.picture)
         show(std::move(look));
     else if (!pendingBlank_)

@@ -36,6 +36,7 @@ struct StatusItem::Native {
 private:
     void connect();
     void disconnect();
+    static void exportConnectedItems();
     void exportItem();
     void buttonChanged();
     void update();
@@ -46,7 +47,7 @@ private:
 
     [[nodiscard]] desktop::StatusNotifierItem::Configuration configuration() const;
     [[nodiscard]] desktop::StatusNotifierItem::Appearance appearance() const;
-    [[nodiscard]] std::vector<desktop::MenuRow> rows() const;
+    [[nodiscard]] std::vector<desktop::MenuRow> rows();
 
     desktop::ObjectPointer<GCancellable> connecting_;
     desktop::ObjectPointer<GDBusConnection> connection_;

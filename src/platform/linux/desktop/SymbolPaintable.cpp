@@ -1,5 +1,6 @@
 #include "platform/linux/desktop/SymbolPaintable.h"
 
+#include <cmath>
 #include <cstddef>
 #include <map>
 #include <system_error>
@@ -10,7 +11,9 @@ namespace {
 
 struct SymbolPaintable {
     GObject parent;
-    GdkTexture* coverage; // null for a drawing that cannot be read: nothing is painted
+    GdkPixbuf* coverage; // null for a drawing that cannot be read: nothing is painted
+    GdkTexture* texture; // in the colour that was last asked for; null before
+    GdkRGBA color;
     int size;
 };
 
@@ -22,6 +25,7 @@ SymbolPaintable& self(gpointer instance)
 void finalize(GObject* object)
 {
     g_clear_object(&self(object).coverage);
+    g_clear_object(&self(object).texture);
     G_OBJECT_CLASS(g_type_class_peek(G_TYPE_OBJECT))->finalize(object);
 }
 
@@ -30,20 +34,42 @@ void initializeClass(gpointer instanceClass, gpointer)
     G_OBJECT_CLASS(instanceClass)->finalize = finalize;
 }
 
+/// The colour wherever the drawing is, weakened by its coverage there.
+GdkTexture* colored(GdkPixbuf* coverage, const GdkRGBA& color)
+{
+    const auto width = gdk_pixbuf_get_width(coverage);
+    const auto height = gdk_pixbuf_get_height(coverage);
+    const auto rowLength = static_cast<std::size_t>(gdk_pixbuf_get_rowstride(coverage));
+    const auto* pixels = gdk_pixbuf_read_pixels(coverage);
+    constexpr std::size_t channels = 4;
+    auto* bytes = g_byte_array_new();
+    g_byte_array_set_size(bytes, static_cast<guint>(channels * static_cast<std::size_t>(width * height)));
+    auto* target = bytes->data;
+    for (std::size_t y = 0; y < static_cast<std::size_t>(height); ++y) {
+        for (std::size_t x = 0; x < static_cast<std::size_t>(width); ++x) {
+            const auto alpha = color.alpha * static_cast<float>(pixels[y * rowLength + channels * x + 3]);
+            for (const auto part : { color.red, color.green, color.blue, 1.0F })
+                *target++ = static_cast<guint8>(std::lround(alpha * part));
+        }
+    }
+    auto* contents = g_byte_array_free_to_bytes(bytes);
+    auto* texture = gdk_memory_texture_new(
+        width, height, GDK_MEMORY_R8G8B8A8_PREMULTIPLIED, contents, channels * static_cast<std::size_t>(width));
+    g_bytes_unref(contents);
+    return texture;
+}
+
 void paint(SymbolPaintable& symbol, GdkSnapshot* snapshot, double width, double height, const GdkRGBA& color)
 {
     if (!symbol.coverage)
         return;
-    // Every pixel gets the colour; its own alpha, weakened by the colour's, stays.
-    graphene_matrix_t keepAlpha;
-    const float values[16] = { 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, color.alpha };
-    graphene_matrix_init_from_float(&keepAlpha, values);
-    graphene_vec4_t setColor;
-    graphene_vec4_init(&setColor, color.red, color.green, color.blue, 0);
+    if (!symbol.texture || !gdk_rgba_equal(&symbol.color, &color)) {
+        g_clear_object(&symbol.texture);
+        symbol.texture = colored(symbol.coverage, color);
+        symbol.color = color;
+    }
     const graphene_rect_t bounds { { 0, 0 }, { static_cast<float>(width), static_cast<float>(height) } };
-    gtk_snapshot_push_color_matrix(snapshot, &keepAlpha, &setColor);
-    gtk_snapshot_append_texture(snapshot, symbol.coverage, &bounds);
-    gtk_snapshot_pop(snapshot);
+    gtk_snapshot_append_texture(snapshot, symbol.texture, &bounds);
 }
 
 void initializePaintable(gpointer interface, gpointer)
@@ -84,9 +110,7 @@ ObjectPointer<GdkPaintable> readSymbolPaintable(const std::filesystem::path& dra
     auto made = adopt(static_cast<GdkPaintable*>(g_object_new(symbolPaintableType(), nullptr)));
     auto& symbol = self(made.get());
     symbol.size = size;
-    const auto pixels = adopt(gdk_pixbuf_new_from_file_at_size(drawing.c_str(), size * scale, size * scale, nullptr));
-    if (pixels)
-        symbol.coverage = gdk_texture_new_for_pixbuf(pixels.get());
+    symbol.coverage = gdk_pixbuf_new_from_file_at_size(drawing.c_str(), size * scale, size * scale, nullptr);
     return made;
 }
 

@@ -1,6 +1,8 @@
 #include "platform/foundation/URLSession.h"
 
+#include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/FatalError.h"
+#include "platform/linux/desktop/ReturnedMemory.h"
 #include "platform/linux/foundation/ProgramFolder.h"
 #include "platform/linux/foundation/UserDirectory.h"
 #include "platform/linux/network/ProgramConnection.h"
@@ -15,15 +17,24 @@ using namespace desktop::fetching;
 /// How long the fetching program stays for more when all is done.
 constexpr unsigned restMilliseconds = 3000;
 
-/// The handler may take its time, so it does not run on the main thread.
-void callInBackground(const URLSession::CompletionHandler& handler, Result<std::string> result)
+/// Handlers of downloads of more bytes than this are never at work at the same time, but for the latest: what comes
+/// meanwhile waits in the fetching program.
+constexpr std::size_t mostAtWork = std::size_t { 32 } << 20U;
+
+/// On a thread of its own; tells the main thread when it has ended.
+void runInBackground(std::function<void()> work, std::function<void()> ended)
 {
-    using Call = std::function<void()>;
-    auto* call = new Call([handler, result = std::move(result)] { handler(result); });
+    struct Call {
+        std::function<void()> work;
+        std::function<void()> ended;
+    };
+    auto* call = new Call { std::move(work), std::move(ended) };
     const auto task = desktop::adopt(g_task_new(nullptr, nullptr, nullptr, nullptr));
     g_task_set_task_data(task.get(), call, [](gpointer data) { delete static_cast<Call*>(data); });
     g_task_run_in_thread(task.get(), [](GTask* running, gpointer, gpointer data, GCancellable*) {
-        (*static_cast<Call*>(data))();
+        auto& [run, tell] = *static_cast<Call*>(data);
+        std::exchange(run, nullptr)();
+        dispatchMainAsync(std::move(tell));
         g_task_return_boolean(running, TRUE);
     });
 }
@@ -46,12 +57,16 @@ struct URLSession::Native {
     bool startProgram();
     void take(desktop::VariantPointer answer);
     void finish(std::uint64_t number, Result<std::string> result);
+    void hand(const CompletionHandler& handler, Result<std::string> result);
+    void handled(std::size_t size);
     void rest();
 
     /// None while it does not run.
     std::unique_ptr<desktop::ProgramConnection> program;
     std::map<std::uint64_t, CompletionHandler> handlers;
     std::uint64_t latest = 0;
+    /// The bytes of downloads whose handlers have not yet ended.
+    std::size_t atWork = 0;
     desktop::SourceHandle resting;
 };
 
@@ -87,6 +102,8 @@ bool URLSession::Native::startProgram()
     program = desktop::ProgramConnection::start(
         { .path = *path, .arguments = { cache.string() }, .answerType = answerType },
         [this](desktop::VariantPointer answer) { take(std::move(answer)); });
+    if (program)
+        program->hold(atWork > mostAtWork);
     return program != nullptr;
 }
 
@@ -106,7 +123,7 @@ void URLSession::Native::take(desktop::VariantPointer answer)
     if (!answer) {
         program.reset();
         for (const auto& [number, handler] : std::exchange(handlers, {}))
-            callInBackground(handler, Error { "The program that downloads has ended" });
+            hand(handler, Error { "The program that downloads has ended" });
         return;
     }
     std::uint64_t number = 0;
@@ -126,9 +143,29 @@ void URLSession::Native::finish(std::uint64_t number, Result<std::string> result
 {
     const auto waiting = handlers.extract(number);
     if (waiting)
-        callInBackground(waiting.mapped(), std::move(result));
+        hand(waiting.mapped(), std::move(result));
     if (handlers.empty())
         resting = desktop::callAfter(restMilliseconds, [this] { rest(); });
+}
+
+/// The handler may take its time, so it does not run on the main thread.
+void URLSession::Native::hand(const CompletionHandler& handler, Result<std::string> result)
+{
+    const auto size = result ? result.value().size() : 0;
+    atWork += size;
+    if (program)
+        program->hold(atWork > mostAtWork);
+    runInBackground([handler, result = std::move(result)]() mutable { handler(std::move(result)); },
+        [this, size] { handled(size); });
+}
+
+void URLSession::Native::handled(std::size_t size)
+{
+    atWork -= size;
+    if (program)
+        program->hold(atWork > mostAtWork);
+    if (size > 0)
+        desktop::returnMemorySoon();
 }
 
 /// The program then writes its cache and ends.

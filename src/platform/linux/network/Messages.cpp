@@ -1,7 +1,5 @@
 #include "platform/linux/network/Messages.h"
 
-#include <cstring>
-
 namespace desktop::fetching {
 namespace {
 
@@ -55,7 +53,17 @@ void MessageReader::takeLength(GBytes* bytes)
     std::memcpy(&length, g_bytes_get_data(bytes, nullptr), sizeof length);
     if (length == 0 || length > largestMessage)
         return end();
-    read(length, &MessageReader::takeMessage);
+    if (isHeld_)
+        heldLength_ = length;
+    else
+        read(length, &MessageReader::takeMessage);
+}
+
+void MessageReader::hold(bool isHeld)
+{
+    isHeld_ = isHeld;
+    if (!isHeld_ && heldLength_ > 0)
+        read(std::exchange(heldLength_, 0), &MessageReader::takeMessage);
 }
 
 void MessageReader::takeMessage(GBytes* bytes)
@@ -78,9 +86,10 @@ struct MessageWriter::Write {
     Bytes message;
 };
 
-MessageWriter::MessageWriter(GOutputStream* stream, std::function<void()> failed)
+MessageWriter::MessageWriter(GOutputStream* stream, std::function<void()> failed, std::function<void()> written)
     : stream_(retain(stream))
     , failed_(std::move(failed))
+    , written_(std::move(written))
     , cancellable_(adopt(g_cancellable_new()))
 {
 }
@@ -92,6 +101,7 @@ MessageWriter::~MessageWriter()
 
 void MessageWriter::write(Bytes message)
 {
+    waitingSize_ += g_bytes_get_size(message.get());
     waiting_.push_back(std::move(message));
     writeOn();
 }
@@ -107,11 +117,13 @@ void MessageWriter::writeOn()
         // Cancelled: the writer is gone.
         if (error.matches(G_IO_ERROR, G_IO_ERROR_CANCELLED))
             return;
-        write->writer->isWriting_ = false;
+        auto* self = write->writer;
+        self->isWriting_ = false;
+        self->waitingSize_ -= g_bytes_get_size(write->message.get());
         if (!error)
-            return write->writer->writeOn();
-        const auto tell = write->writer->failed_;
-        tell();
+            self->writeOn();
+        if (const auto tell = error ? self->failed_ : self->written_)
+            tell();
     };
     isWriting_ = true;
     auto* write = new Write { this, std::move(waiting_.front()) };

@@ -3,6 +3,7 @@
 #include "platform/linux/desktop/GObject.h"
 
 #include <cstdint>
+#include <cstring>
 #include <deque>
 
 /// What a session and perchly-fetch say to each other: serialised variants, each after its length in four bytes.
@@ -28,6 +29,9 @@ public:
     MessageReader(const MessageReader&) = delete;
     MessageReader& operator=(const MessageReader&) = delete;
 
+    /// While held it leaves the contents of all further messages to the stream.
+    void hold(bool isHeld);
+
 private:
     void read(std::size_t size, void (MessageReader::*then)(GBytes*));
     void takeLength(GBytes* bytes);
@@ -38,6 +42,9 @@ private:
     const char* type_;
     Receiver receiver_;
     ObjectPointer<GCancellable> cancellable_;
+    bool isHeld_ = false;
+    /// Of a message that has come while held.
+    std::uint32_t heldLength_ = 0;
 };
 
 struct FreeBytes {
@@ -50,8 +57,9 @@ using Bytes = std::unique_ptr<GBytes, FreeBytes>;
 /// what is waited for here. What was not written when it goes is lost.
 class MessageWriter {
 public:
-    /// The stream must outlive the writing. Where it takes no more that is told once, later.
-    MessageWriter(GOutputStream* stream, std::function<void()> failed);
+    /// The stream must outlive the writing. Each message that it has taken is told, and once that it takes no more,
+    /// always later.
+    MessageWriter(GOutputStream* stream, std::function<void()> failed, std::function<void()> written = {});
     ~MessageWriter();
     MessageWriter(const MessageWriter&) = delete;
     MessageWriter& operator=(const MessageWriter&) = delete;
@@ -59,14 +67,19 @@ public:
     /// As packed() makes them.
     void write(Bytes message);
 
+    /// The bytes of the messages that are not yet written.
+    [[nodiscard]] std::size_t waitingSize() const { return waitingSize_; }
+
 private:
     struct Write;
     void writeOn();
 
     ObjectPointer<GOutputStream> stream_;
     std::function<void()> failed_;
+    std::function<void()> written_;
     ObjectPointer<GCancellable> cancellable_;
     std::deque<Bytes> waiting_;
+    std::size_t waitingSize_ = 0;
     bool isWriting_ = false;
 };
 
@@ -75,10 +88,13 @@ private:
 {
     const auto owned = adoptVariant(message);
     const auto size = static_cast<std::uint32_t>(g_variant_get_size(message));
-    auto* bytes = g_byte_array_sized_new(size + sizeof size);
-    g_byte_array_append(bytes, reinterpret_cast<const guint8*>(&size), sizeof size);
-    g_byte_array_append(bytes, static_cast<const guint8*>(g_variant_get_data(message)), size);
-    return g_byte_array_free_to_bytes(bytes);
+    // Stored at once, not by way of g_variant_get_data, which would keep a copy; what is stored wants to be aligned.
+    constexpr std::size_t alignment = 8;
+    auto* bytes = static_cast<char*>(g_malloc(alignment + size));
+    std::memcpy(bytes + alignment - sizeof size, &size, sizeof size);
+    g_variant_store(message, bytes + alignment);
+    const std::unique_ptr<GBytes, FreeBytes> whole(g_bytes_new_take(bytes, alignment + size));
+    return g_bytes_new_from_bytes(whole.get(), alignment - sizeof size, size + sizeof size);
 }
 
 } // namespace desktop::fetching

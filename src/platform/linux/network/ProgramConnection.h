@@ -30,6 +30,9 @@ public:
     /// than any may be.
     [[nodiscard]] bool send(GVariant* message);
 
+    /// While held no further answer is taken, which makes the program wait.
+    void hold(bool isHeld) { reader_.hold(isHeld); }
+
     void forceExit();
 
 private:

@@ -7,6 +7,7 @@ namespace {
 
 constexpr auto border = 1;
 constexpr auto cornerRadius = 12;
+constexpr auto insideRadius = cornerRadius - border;
 constexpr auto arrowLength = 10;
 /// The arrow is a square on its corner, sunk into the box by the border.
 constexpr auto arrowSquare = 17;
@@ -60,6 +61,19 @@ cairo_rectangle_int_t boxOf(const PopoverBackgroundShape& shape)
 {
     return { margin(shape, PanelSide::Left), margin(shape, PanelSide::Top), shape.contentWidth + 2 * border,
         shape.contentHeight + 2 * border };
+}
+
+/// The box without its border.
+cairo_rectangle_int_t insideOf(const PopoverBackgroundShape& shape)
+{
+    const auto box = boxOf(shape);
+    return { box.x + border, box.y + border, shape.contentWidth, shape.contentHeight };
+}
+
+graphene_rect_t toGraphene(const cairo_rectangle_int_t& rect)
+{
+    return { { static_cast<float>(rect.x), static_cast<float>(rect.y) },
+        { static_cast<float>(rect.width), static_cast<float>(rect.height) } };
 }
 
 graphene_point_t arrowMiddle(const PopoverBackgroundShape& shape)
@@ -120,10 +134,21 @@ void measure(GtkWidget* widget, GtkOrientation orientation, int, int* minimum, i
     *minimumBaseline = *naturalBaseline = -1;
 }
 
+/// Widgets must be measured before they are given a place.
+void measureAnyway(GtkWidget* widget)
+{
+    gtk_widget_measure(widget, GTK_ORIENTATION_HORIZONTAL, -1, nullptr, nullptr, nullptr, nullptr);
+}
+
+void allocatePart(GtkWidget* part, const cairo_rectangle_int_t& place)
+{
+    measureAnyway(part);
+    gtk_widget_size_allocate(part, &place, -1);
+}
+
 void allocateArrow(GtkWidget* arrow, const PopoverBackgroundShape& shape)
 {
-    // Widgets must be measured before they are given a place.
-    gtk_widget_measure(arrow, GTK_ORIENTATION_HORIZONTAL, -1, nullptr, nullptr, nullptr, nullptr);
+    measureAnyway(arrow);
     const auto middle = arrowMiddle(shape);
     const graphene_point_t half { -arrowSquare / 2.0F, -arrowSquare / 2.0F };
     auto* transform = gsk_transform_translate(nullptr, &middle);
@@ -131,21 +156,74 @@ void allocateArrow(GtkWidget* arrow, const PopoverBackgroundShape& shape)
     gtk_widget_allocate(arrow, arrowSquare, arrowSquare, -1, transform);
 }
 
+/// Compositors need not look at what is below. (The toolkit asks only whether the whole window is opaque.)
+void setOpaqueRegion(GtkWidget* widget, const PopoverBackgroundShape& shape)
+{
+    const auto inside = insideOf(shape);
+    const auto corner = shape.isPlain ? 0 : insideRadius;
+    const cairo_rectangle_int_t across { inside.x, inside.y + corner, inside.width, inside.height - 2 * corner };
+    const cairo_rectangle_int_t down { inside.x + corner, inside.y, inside.width - 2 * corner, inside.height };
+    auto* region = cairo_region_create_rectangle(&across);
+    cairo_region_union_rectangle(region, &down);
+    gdk_surface_set_opaque_region(gtk_native_get_surface(gtk_widget_get_native(widget)), region);
+    cairo_region_destroy(region);
+}
+
 void allocate(GtkWidget* widget, int, int, int)
 {
     const auto* background = self(widget);
-    const auto box = boxOf(*background->shape);
-    const GtkAllocation allocation { box.x, box.y, box.width, box.height };
-    gtk_widget_measure(background->box, GTK_ORIENTATION_HORIZONTAL, -1, nullptr, nullptr, nullptr, nullptr);
-    gtk_widget_size_allocate(background->box, &allocation, -1);
+    allocatePart(background->box, boxOf(*background->shape));
     if (background->shape->arrow)
         allocateArrow(background->arrow, *background->shape);
+    if (auto* content = popoverContent(widget))
+        allocatePart(content, insideOf(*background->shape));
+    setOpaqueRegion(widget, *background->shape);
+}
+
+/// What shows through a rounded clip costs far more than what shows through a straight one, so only the rows with
+/// the corners are drawn rounded.
+void appendWithRoundedCorners(GtkSnapshot* target, GskRenderNode* content, const cairo_rectangle_int_t& inside)
+{
+    GskRoundedRect rounded;
+    const auto bounds = toGraphene(inside);
+    gsk_rounded_rect_init_from_rect(&rounded, &bounds, insideRadius);
+    const auto bottom = inside.y + inside.height - insideRadius;
+    for (const auto row : { inside.y, bottom }) {
+        const auto rows = toGraphene({ inside.x, row, inside.width, insideRadius });
+        gtk_snapshot_push_clip(target, &rows);
+        gtk_snapshot_push_rounded_clip(target, &rounded);
+        gtk_snapshot_append_node(target, content);
+        gtk_snapshot_pop(target);
+        gtk_snapshot_pop(target);
+    }
+    const auto between
+        = toGraphene({ inside.x, inside.y + insideRadius, inside.width, inside.height - 2 * insideRadius });
+    gtk_snapshot_push_clip(target, &between);
+    gtk_snapshot_append_node(target, content);
+    gtk_snapshot_pop(target);
+}
+
+void snapshotContent(GtkWidget* widget, GtkWidget* content, GtkSnapshot* target)
+{
+    const auto& shape = *self(widget)->shape;
+    const auto inside = insideOf(shape);
+    if (shape.isPlain || inside.height < 2 * insideRadius)
+        return gtk_widget_snapshot_child(widget, content, target);
+    auto* recorder = gtk_snapshot_new();
+    gtk_widget_snapshot_child(widget, content, recorder);
+    auto* node = gtk_snapshot_free_to_node(recorder);
+    if (!node)
+        return;
+    appendWithRoundedCorners(target, node, inside);
+    gsk_render_node_unref(node);
 }
 
 void snapshot(GtkWidget* widget, GtkSnapshot* target)
 {
     const auto* background = self(widget);
     gtk_widget_snapshot_child(widget, background->box, target);
+    if (auto* content = popoverContent(widget))
+        snapshotContent(widget, content, target);
     if (!background->shape->arrow)
         return;
     const auto clip = arrowClip(*background->shape, gtk_widget_get_width(widget), gtk_widget_get_height(widget));
@@ -157,8 +235,7 @@ void snapshot(GtkWidget* widget, GtkSnapshot* target)
 void dispose(GObject* object)
 {
     auto* background = self(object);
-    if (background->box)
-        setPopoverContent(GTK_WIDGET(object), nullptr);
+    setPopoverContent(GTK_WIDGET(object), nullptr);
     g_clear_pointer(&background->box, gtk_widget_unparent);
     g_clear_pointer(&background->arrow, gtk_widget_unparent);
     G_OBJECT_CLASS(parentClass())->dispose(object);
@@ -197,7 +274,6 @@ void initialize(GTypeInstance* instance, gpointer)
     background->shape = new PopoverBackgroundShape;
     background->box = addPart(background, "popoverbox");
     background->arrow = addPart(background, "popoverarrow");
-    gtk_widget_set_overflow(background->box, GTK_OVERFLOW_HIDDEN);
     gtk_widget_set_can_target(background->arrow, FALSE);
 }
 
@@ -233,12 +309,14 @@ void setPopoverContent(GtkWidget* background, GtkWidget* content)
     if (before)
         gtk_widget_unparent(before);
     if (content)
-        gtk_widget_set_parent(content, self(background)->box);
+        gtk_widget_set_parent(content, background);
 }
 
 GtkWidget* popoverContent(GtkWidget* background)
 {
-    return gtk_widget_get_first_child(self(background)->box);
+    // The parts came first.
+    auto* last = gtk_widget_get_last_child(background);
+    return last && last != self(background)->box && last != self(background)->arrow ? last : nullptr;
 }
 
 void setPopoverShape(GtkWidget* background, const PopoverBackgroundShape& shape)

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <utility>
 
 namespace desktop {
 namespace {
@@ -58,7 +59,6 @@ GVariant* menuProperty(std::string_view name)
 std::shared_ptr<MenuServer> MenuServer::create(GDBusConnection* connection, std::string path, Source source)
 {
     auto server = std::shared_ptr<MenuServer>(new MenuServer(std::move(source)));
-    server->tree_.replace(server->source_.rows());
     server->object_.emplace(
         connection, std::move(path), menuInterface(), [weak = server->weak_from_this()](const auto& call) {
             if (auto self = weak.lock())
@@ -69,7 +69,8 @@ std::shared_ptr<MenuServer> MenuServer::create(GDBusConnection* connection, std:
 
 void MenuServer::rowsChanged()
 {
-    if (pendingChange_)
+    // Who has not asked for the rows need not hear of their change.
+    if (pendingChange_ || !isPrepared_)
         return;
     pendingChange_ = callAfter(0, [this] {
         pendingChange_.reset();
@@ -82,6 +83,7 @@ void MenuServer::handle(const BusCall& call)
 {
     if (call.isPropertyRead())
         return replyToPropertyRead(call, menuInterface(), menuProperty);
+    prepare();
     struct Method {
         std::string_view name;
         void (MenuServer::*answer)(const BusCall&);
@@ -255,8 +257,6 @@ void MenuServer::open(bool isRoot, const std::function<void(bool changed)>& repl
 {
     if (!isRoot)
         return reply(false);
-    if (source_.willOpen)
-        source_.willOpen();
     const bool changed = refresh().layout;
     reply(changed);
     // Plasma takes one signal after the reply as its echo and drops it; libdbusmenu reads only the signal.
@@ -264,6 +264,13 @@ void MenuServer::open(bool isRoot, const std::function<void(bool changed)>& repl
         announceLayout();
     if (source_.hasOpened)
         source_.hasOpened();
+}
+
+/// Many items have menus that nobody ever opens.
+void MenuServer::prepare()
+{
+    if (!std::exchange(isPrepared_, true))
+        tree_.replace(source_.rows());
 }
 
 MenuChange MenuServer::refresh()

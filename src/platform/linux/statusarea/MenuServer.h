@@ -18,10 +18,8 @@ namespace desktop {
 class MenuServer : public std::enable_shared_from_this<MenuServer> {
 public:
     struct Source {
-        /// The rows as they should be now. The menu is never shown without any.
+        /// The rows as they should be now. The menu is never shown without any. Not asked for before a host does.
         std::function<std::vector<MenuRow>()> rows;
-        /// A host is about to open the menu; the rows are asked for next.
-        std::function<void()> willOpen;
         /// The host has its answer.
         std::function<void()> hasOpened;
     };
@@ -51,6 +49,7 @@ private:
 
     bool perform(std::int32_t id, std::string_view event) const;
     void open(bool isRoot, const std::function<void(bool changed)>& reply);
+    void prepare();
     MenuChange refresh();
     void announceLayout() const;
     void announceProperties(const std::vector<MenuRowChange>& changes);
@@ -61,6 +60,7 @@ private:
 
     Source source_;
     MenuTree tree_;
+    bool isPrepared_ = false;
     std::set<const Picture*> beingDrawn_;
     SourceHandle pendingChange_;
     std::optional<ExportedObject> object_;

@@ -1,26 +1,15 @@
 #include "platform/linux/statusarea/Picture.h"
 
+#include "platform/linux/desktop/ReturnedMemory.h"
 #include "platform/linux/statusarea/DrawingProgram.h"
 
 #include <algorithm>
-#include <malloc.h>
 
 namespace desktop {
 namespace {
 
 /// Hosts ask several times within moments of a change.
 constexpr unsigned pixmapsPatience = 3000;
-
-/// Gives the memory of many dropped pixmaps back to the system, once for all of them.
-void returnMemorySoon()
-{
-    constexpr unsigned patience = 500;
-    static SourceHandle returning;
-    returning = callAfter(patience, [] {
-        returning.reset();
-        malloc_trim(0);
-    });
-}
 
 GVariant* byteArray(const std::string& bytes)
 {

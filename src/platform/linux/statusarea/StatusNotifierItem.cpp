@@ -1,6 +1,7 @@
 #include "platform/linux/statusarea/StatusNotifierItem.h"
 
 #include "platform/linux/statusarea/Picture.h"
+#include "platform/linux/statusarea/RegistrationQueue.h"
 
 #include <algorithm>
 
@@ -176,7 +177,11 @@ void StatusNotifierItem::handle(const BusCall& call)
 
 void StatusNotifierItem::answerPropertyRead(const BusCall& call, GVariant* pixmaps) const
 {
+    // The reply is the end of the invocation and its texts.
+    auto* item = call.method == "GetAll" ? g_dbus_method_invocation_get_connection(call.invocation) : nullptr;
     replyToPropertyRead(call, interface_, [&](auto name) { return propertyValue(name, pixmaps); });
+    if (item)
+        RegistrationQueue::shared().itemWasRead(item);
 }
 
 GVariant* StatusNotifierItem::propertyValue(std::string_view name, GVariant* pixmaps) const

@@ -1,8 +1,10 @@
 #include "platform/linux/statusarea/StatusNotifierWatcher.h"
 
 #include "platform/foundation/Log.h"
+#include "platform/linux/statusarea/RegistrationQueue.h"
 
 #include <algorithm>
+#include <vector>
 
 namespace desktop {
 namespace {
@@ -44,61 +46,120 @@ Absence& absence()
     return absence;
 }
 
-StatusNotifierWatcher* selfOf(gpointer data)
-{
-    return static_cast<StatusNotifierWatcher*>(data);
-}
-
 } // namespace
+
+/// What the bus and the status area tell, heard once for all items and while there are any: on a connection of its own,
+/// each of them would cost the bus two rules, and be told of all the others.
+class StatusAreaSignals {
+public:
+    static std::shared_ptr<StatusAreaSignals> shared()
+    {
+        static std::weak_ptr<StatusAreaSignals> existing;
+        auto signals = existing.lock();
+        if (!signals)
+            existing = signals = std::make_shared<StatusAreaSignals>();
+        return signals;
+    }
+
+    StatusAreaSignals()
+        : connection_(adopt(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr)))
+    {
+        if (!connection_)
+            return;
+        watchOwner();
+        watchUnregistration();
+        // The rules must be there before any item registers on a connection of its own: an area that appears in between
+        // would be missed. An answer means that they are.
+        auto* answer = g_dbus_connection_call_sync(connection_.get(), busName, "/org/freedesktop/DBus",
+            "org.freedesktop.DBus.Peer", "Ping", nullptr, nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr);
+        if (answer)
+            g_variant_unref(answer);
+    }
+
+    ~StatusAreaSignals()
+    {
+        for (const auto subscription : subscriptions_)
+            g_dbus_connection_signal_unsubscribe(connection_.get(), subscription);
+    }
+
+    StatusAreaSignals(const StatusAreaSignals&) = delete;
+    StatusAreaSignals& operator=(const StatusAreaSignals&) = delete;
+
+    void add(StatusNotifierWatcher& item) { items_.push_back(&item); }
+    void remove(StatusNotifierWatcher& item) { std::erase(items_, &item); }
+
+private:
+    void watchOwner()
+    {
+        const auto changed = +[](GDBusConnection*, const char*, const char*, const char*, const char*,
+                                  GVariant* parameters, gpointer data) {
+            const char* owner = nullptr;
+            g_variant_get(parameters, "(&s&s&s)", nullptr, nullptr, &owner);
+            tell(data, [&](auto& item) { item.ownerChanged(*owner != '\0'); });
+        };
+        subscriptions_.push_back(
+            g_dbus_connection_signal_subscribe(connection_.get(), busName, busName, "NameOwnerChanged",
+                "/org/freedesktop/DBus", watcherName, G_DBUS_SIGNAL_FLAGS_NONE, changed, this, nullptr));
+    }
+
+    void watchUnregistration()
+    {
+        const auto unregistered = +[](GDBusConnection*, const char*, const char*, const char*, const char*,
+                                       GVariant* parameters, gpointer data) {
+            if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE("(s)")))
+                return;
+            const char* name = nullptr;
+            g_variant_get(parameters, "(&s)", &name);
+            tell(data, [&](auto& item) { item.itemUnregistered(name); });
+        };
+        // From any sender: to follow the watcher's name would cost more messages, and a lie does no harm here.
+        subscriptions_.push_back(g_dbus_connection_signal_subscribe(connection_.get(), nullptr, watcherName,
+            "StatusNotifierItemUnregistered", watcherPath, nullptr, G_DBUS_SIGNAL_FLAGS_NONE, unregistered, this,
+            nullptr));
+    }
+
+    template <class Message>
+    static void tell(gpointer data, Message message)
+    {
+        const auto& items = static_cast<StatusAreaSignals*>(data)->items_;
+        const auto toTell = items; // a copy, because items may come and go meanwhile
+        const auto keptAlive = shared();
+        for (auto* item : toTell) {
+            if (std::ranges::find(items, item) != items.end())
+                message(*item);
+        }
+    }
+
+    ObjectPointer<GDBusConnection> connection_;
+    std::vector<guint> subscriptions_;
+    std::vector<StatusNotifierWatcher*> items_;
+};
 
 StatusNotifierWatcher::StatusNotifierWatcher(GDBusConnection* connection, std::string service)
     : connection_(retain(connection))
     , cancellable_(adopt(g_cancellable_new()))
     , service_(std::move(service))
+    , signals_(StatusAreaSignals::shared())
 {
-    // Listening is sent before registering, so an area that appears in between is not missed.
-    watchOwner();
+    signals_->add(*this);
     registerItem();
-    watchUnregistration();
-}
-
-void StatusNotifierWatcher::watchOwner()
-{
-    const auto changed = +[](GDBusConnection*, const char*, const char*, const char*, const char*, GVariant* parameters,
-                              gpointer data) {
-        const char* owner = nullptr;
-        g_variant_get(parameters, "(&s&s&s)", nullptr, nullptr, &owner);
-        selfOf(data)->ownerChanged(*owner != '\0');
-    };
-    ownerSubscription_ = g_dbus_connection_signal_subscribe(connection_.get(), busName, busName, "NameOwnerChanged",
-        "/org/freedesktop/DBus", watcherName, G_DBUS_SIGNAL_FLAGS_NONE, changed, this, nullptr);
-}
-
-void StatusNotifierWatcher::watchUnregistration()
-{
-    const auto unregistered = +[](GDBusConnection*, const char*, const char*, const char*, const char*,
-                                   GVariant* parameters, gpointer data) {
-        if (!g_variant_is_of_type(parameters, G_VARIANT_TYPE("(s)")))
-            return;
-        const char* item = nullptr;
-        g_variant_get(parameters, "(&s)", &item);
-        selfOf(data)->itemUnregistered(item);
-    };
-    // From any sender: to follow the watcher's name would cost more messages, and a lie does no harm here.
-    unregisteredSubscription_ = g_dbus_connection_signal_subscribe(connection_.get(), nullptr, watcherName,
-        "StatusNotifierItemUnregistered", watcherPath, nullptr, G_DBUS_SIGNAL_FLAGS_NONE, unregistered, this, nullptr);
 }
 
 StatusNotifierWatcher::~StatusNotifierWatcher()
 {
     g_cancellable_cancel(cancellable_.get());
-    g_dbus_connection_signal_unsubscribe(connection_.get(), ownerSubscription_);
-    g_dbus_connection_signal_unsubscribe(connection_.get(), unregisteredSubscription_);
+    RegistrationQueue::shared().leave(connection_.get());
+    signals_->remove(*this);
 }
 
 void StatusNotifierWatcher::registerItem()
 {
     retry_.reset();
+    RegistrationQueue::shared().enter(connection_.get(), [this] { sendRegistration(); });
+}
+
+void StatusNotifierWatcher::sendRegistration()
+{
     lastRegistration_ = g_get_monotonic_time();
     const auto answered = +[](GObject* source, GAsyncResult* result, gpointer self) {
         ErrorPointer error;
@@ -117,10 +178,12 @@ void StatusNotifierWatcher::registerItem()
 
 void StatusNotifierWatcher::registrationAnswered(bool succeeded)
 {
-    if (succeeded)
+    if (succeeded) {
         absence().end();
-    else
-        absence().begin();
+        return RegistrationQueue::shared().itemWasRegistered(connection_.get());
+    }
+    absence().begin();
+    RegistrationQueue::shared().leave(connection_.get());
 }
 
 void StatusNotifierWatcher::ownerChanged(bool hasOwner)

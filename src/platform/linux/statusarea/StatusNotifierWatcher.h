@@ -2,12 +2,15 @@
 
 #include "platform/linux/desktop/GObject.h"
 
+#include <memory>
 #include <string>
 
 namespace desktop {
 
-/// Keeps an item in the status area: registers it at once and again whenever the area appears, restarts or forgets it.
-/// Says once in the log when there is no area. The item must be exported before. Main thread.
+class StatusAreaSignals;
+
+/// Keeps an item in the status area: registers it in its turn, and again whenever the area appears, restarts or forgets
+/// it. Says once in the log when there is no area. The item must be exported before. Main thread.
 class StatusNotifierWatcher {
 public:
     /// `service` is what to register: an object path of this connection, or the connection's own name.
@@ -17,9 +20,10 @@ public:
     StatusNotifierWatcher& operator=(const StatusNotifierWatcher&) = delete;
 
 private:
-    void watchOwner();
-    void watchUnregistration();
+    friend class StatusAreaSignals;
+
     void registerItem();
+    void sendRegistration();
     void registrationAnswered(bool succeeded);
     void ownerChanged(bool hasOwner);
     void itemUnregistered(std::string_view item);
@@ -27,8 +31,7 @@ private:
     ObjectPointer<GDBusConnection> connection_;
     ObjectPointer<GCancellable> cancellable_;
     std::string service_;
-    guint ownerSubscription_ = 0;
-    guint unregisteredSubscription_ = 0;
+    std::shared_ptr<StatusAreaSignals> signals_;
     gint64 lastRegistration_ = 0;
     SourceHandle retry_;
 };

@@ -9,6 +9,7 @@
 #include <iterator>
 #include <locale>
 #include <sstream>
+#include <unistd.h>
 
 namespace desktop {
 namespace {
@@ -65,13 +66,12 @@ bool keepMadeIcon(const std::string& name, const std::string& drawing)
     const auto descriptor = g_mkstemp_full(unfinished.data(), O_WRONLY | O_CLOEXEC, 0644);
     if (descriptor < 0)
         return false;
-    g_close(descriptor, nullptr);
-    std::ofstream stream(unfinished, std::ios::binary);
-    stream << drawing;
-    stream.close();
-    if (stream)
+    // Not opened anew: to truncate a file has some file systems write it to the disk when it is closed.
+    const auto written = write(descriptor, drawing.data(), drawing.size());
+    const bool isWritten = g_close(descriptor, nullptr) && written == static_cast<gssize>(drawing.size());
+    if (isWritten)
         std::filesystem::rename(unfinished, file, error);
-    const bool isKept = stream && !error;
+    const bool isKept = isWritten && !error;
     if (!isKept)
         std::filesystem::remove(unfinished, error);
     return isKept;
