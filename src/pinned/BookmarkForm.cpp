@@ -11,9 +11,10 @@
 
 namespace perchly {
 
-BookmarkForm::BookmarkForm(foundation::Size size, double insets, double controlWidth)
+BookmarkForm::BookmarkForm(foundation::Size size, double insets, double controlWidth, appkit::Color captionColor)
     : stack_(std::make_shared<appkit::StackView>(appkit::LayoutOrientation::Vertical, foundation::Rect { {}, size }))
     , controlWidth_(controlWidth)
+    , captionColor_(captionColor)
 {
     stack_->setSpacing(8);
     stack_->setAlignment(appkit::StackAlignment::Leading);
@@ -24,6 +25,7 @@ void BookmarkForm::addCaptioned(std::string_view caption, const std::shared_ptr<
 {
     auto label = appkit::TextField::label(caption);
     label->setFont(appkit::Font::systemFont(11, appkit::FontWeight::Medium));
+    label->setTextColor(captionColor_);
     stack_->addArrangedSubview(std::move(label));
     addNamed(caption, control);
 }

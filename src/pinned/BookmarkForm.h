@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/appkit/Color.h"
 #include "platform/appkit/StackView.h"
 #include "platform/foundation/Geometry.h"
 
@@ -21,7 +22,7 @@ struct Bookmark;
 class BookmarkForm {
 public:
     /// `insets` on all four sides; a control gets that width.
-    BookmarkForm(foundation::Size size, double insets, double controlWidth);
+    BookmarkForm(foundation::Size size, double insets, double controlWidth, appkit::Color captionColor);
 
     /// With a small caption above, which is the control's accessible name, too.
     template <class Control>
@@ -41,6 +42,7 @@ private:
 
     std::shared_ptr<appkit::StackView> stack_;
     double controlWidth_;
+    appkit::Color captionColor_;
 };
 
 [[nodiscard]] std::shared_ptr<appkit::TextField> makeFormField(

@@ -10,7 +10,7 @@ namespace perchly {
 
 std::optional<Bookmark> askForCustomIcon(const Bookmark& bookmark)
 {
-    BookmarkForm form({ 300, 160 }, 5, 290);
+    BookmarkForm form({ 300, 160 }, 5, 290, appkit::Color::Label);
     const auto symbol = form.add("Emoji or SF Symbol (e.g. 🚀, safari):",
         makeFormField(bookmark.sfSymbolName, "Leave empty to use URL or Favicon"));
     const auto address

@@ -64,7 +64,7 @@ std::optional<Bookmark> askForBookmark(const std::optional<Bookmark>& bookmark)
     alert.buttonTitles = { bookmark ? "Save" : "Add", "Cancel" };
 
     const auto current = bookmark.value_or(Bookmark {});
-    BookmarkForm form({ 350, 300 }, 10, 330);
+    BookmarkForm form({ 350, 300 }, 10, 330, appkit::Color::SecondaryLabel);
     const auto title = form.add("Title:", makeFormField(current.title, "Title (e.g. Google)"));
     const auto address = form.add("URL:", makeFormField(current.url, "URL (example.com)"));
     const auto symbol = form.add("Custom Icon: Emoji(🚀), SF Symbol(safari), or Text (WB):",
