@@ -91,7 +91,7 @@ struct Alert::Native::Sheet {
         window = makeWindow(alert, parent, native.end);
         gtk_window_group_add_window(group.get(), parent);
         gtk_window_group_add_window(group.get(), window);
-        gtk_window_present(window);
+        desktop::presentOver(window, parent);
     }
 
     static void begin(const Alert& alert, GtkWindow* parent)

@@ -2,6 +2,8 @@
 
 #include "platform/linux/desktop/FirstResponder.h"
 #include "platform/linux/desktop/GObject.h"
+#include "platform/linux/desktop/Toolkit.h"
+#include "platform/linux/desktop/X11Window.h"
 
 namespace desktop {
 namespace {
@@ -65,6 +67,21 @@ void declineOnEscape(GtkWindow* window, const std::function<void()>& decline)
     });
 }
 
+/// Where the window, with its shadow, is in the middle of the parent.
+PixelPoint middlePlace(GtkWindow* window, GtkWindow* parent)
+{
+    GtkRequisition size;
+    gtk_widget_get_preferred_size(GTK_WIDGET(window), nullptr, &size);
+    auto shadowLeft = 0.0;
+    auto shadowTop = 0.0;
+    gtk_native_get_surface_transform(GTK_NATIVE(window), &shadowLeft, &shadowTop);
+    const auto left = (gtk_widget_get_width(GTK_WIDGET(parent)) - size.width) / 2 - static_cast<int>(shadowLeft);
+    const auto top = (gtk_widget_get_height(GTK_WIDGET(parent)) - size.height) / 2 - static_cast<int>(shadowTop);
+    const auto scale = gtk_widget_get_scale_factor(GTK_WIDGET(parent));
+    const auto corner = X11Window(GTK_WIDGET(parent)).position();
+    return { corner.x + left * scale, corner.y + top * scale };
+}
+
 } // namespace
 
 GtkWindow* makeAlertWindow(
@@ -97,6 +114,19 @@ GtkWindow* makeAlertWindow(
         restoreFirstResponder(content.accessory);
     declineOnEscape(window, [answer, last = content.buttonTitles.size() - 1] { answer(last); });
     return window;
+}
+
+void presentOver(GtkWindow* window, GtkWindow* parent)
+{
+    if (!isX11() || !gtk_widget_get_mapped(GTK_WIDGET(parent)))
+        return gtk_window_present(window);
+    gtk_widget_realize(GTK_WIDGET(window));
+    X11Window x11(GTK_WIDGET(window));
+    const auto place = middlePlace(window, parent);
+    x11.hintPosition(place);
+    gtk_window_present_with_time(window, x11.takeUserTime());
+    // Showing it, the toolkit has written its own hints over ours.
+    x11.hintPosition(place);
 }
 
 } // namespace desktop

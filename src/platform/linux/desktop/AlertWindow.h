@@ -23,4 +23,7 @@ struct AlertContent {
 [[nodiscard]] GtkWindow* makeAlertWindow(
     const AlertContent& content, GtkWindow* parent, const std::function<void(std::size_t)>& answer);
 
+/// Shows the window in the middle of the parent, where a program may choose the place.
+void presentOver(GtkWindow* window, GtkWindow* parent);
+
 } // namespace desktop
