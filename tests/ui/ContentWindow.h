@@ -22,7 +22,7 @@ protected:
     };
 
     ContentWindowTest() { window->setContentViewController(controller); }
-    ~ContentWindowTest() override { window->close(); }
+    void TearDown() override { window->close(); }
 
     /// Shows the view at its own size in the content's leading top corner, and waits until it is laid out.
     void showAtTop(const std::shared_ptr<appkit::View>& view)

@@ -27,7 +27,7 @@ TEST_F(ImageViewTest, ShowsTheApplicationsIconAtTheSizeThatItIsGiven)
 
     EXPECT_EQ(view->image(), icon);
     EXPECT_FALSE(icon->isTemplate());
-    EXPECT_EQ(view->frame().size, foundation::Size(80, 80));
+    EXPECT_EQ(view->frame().size, (foundation::Size { 80, 80 }));
 }
 
 /// A window that is centred stands in the middle of the screen's width, with more room below than above.

@@ -51,7 +51,7 @@ TEST_F(StackViewTest, PutsViewsBelowEachOtherWithTheSpacing)
 
     EXPECT_EQ(roomBetween(*first, *second), 8);
     EXPECT_EQ(roomBetween(*second, *third), 8);
-    EXPECT_EQ(stack->frame().size, foundation::Size(40, 76));
+    EXPECT_EQ(stack->frame().size, (foundation::Size { 40, 76 }));
 }
 
 TEST_F(StackViewTest, PutsViewsBesideEachOther)
@@ -64,8 +64,8 @@ TEST_F(StackViewTest, PutsViewsBesideEachOther)
 
     showStack();
 
-    EXPECT_EQ(second->frame(), foundation::Rect({ 48, 5 }, { 40, 20 }));
-    EXPECT_EQ(first->frame(), foundation::Rect({ 0, 0 }, { 40, 30 }));
+    EXPECT_EQ(second->frame(), (foundation::Rect { { 48, 5 }, { 40, 20 } }));
+    EXPECT_EQ(first->frame(), (foundation::Rect { { 0, 0 }, { 40, 30 } }));
 }
 
 TEST_F(StackViewTest, ACustomSpacingStandsInPlaceOfTheUsualOne)
@@ -149,7 +149,7 @@ TEST_F(StackViewTest, TheInsetsAreInsideOfItsFrame)
     EXPECT_TRUE(perchly::test::waitUntil([&] {
         return view->frame() == foundation::Rect { { 10, 279 }, { 330, 20 } };
     }));
-    EXPECT_EQ(stack->frame().size, foundation::Size(350, 300));
+    EXPECT_EQ(stack->frame().size, (foundation::Size { 350, 300 }));
 }
 
 TEST_F(StackViewTest, AStackMayBeInAnother)

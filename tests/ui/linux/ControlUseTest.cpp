@@ -4,6 +4,8 @@
 #include "platform/appkit/PopUpButton.h"
 #include "platform/appkit/SearchField.h"
 #include "platform/linux/appkit/ViewNative.h"
+#include "platform/linux/desktop/X11Window.h"
+#include "support/linux/ScreenPointer.h"
 #include "support/linux/ToolkitFunction.h"
 #include "ui/ContentWindow.h"
 
@@ -27,6 +29,34 @@ struct Receiver {
     int count = 0;
     std::vector<std::string> searched;
 };
+
+/// The alert that has the keyboard and is laid out, or null.
+GtkWidget* activeAlert()
+{
+    GtkWidget* found = nullptr;
+    auto* windows = gtk_window_list_toplevels();
+    for (auto* link = windows; link; link = link->next) {
+        auto* window = GTK_WIDGET(link->data);
+        const auto isAlert = gtk_widget_has_css_class(window, "alert");
+        if (isAlert && gtk_window_is_active(GTK_WINDOW(window)) && gtk_widget_get_width(window) > 0)
+            found = window;
+    }
+    g_list_free(windows);
+    return found;
+}
+
+/// On the screen.
+desktop::PixelPoint middleOfToplevel(GtkWidget* window)
+{
+    const auto corner = desktop::X11Window(window).position();
+    auto shadowLeft = 0.0;
+    auto shadowTop = 0.0;
+    gtk_native_get_surface_transform(GTK_NATIVE(window), &shadowLeft, &shadowTop);
+    const auto scale = gtk_widget_get_scale_factor(window);
+    const auto x = shadowLeft + gtk_widget_get_width(window) / 2.0;
+    const auto y = shadowTop + gtk_widget_get_height(window) / 2.0;
+    return { corner.x + static_cast<int>(x * scale), corner.y + static_cast<int>(y * scale) };
+}
 
 /// Controls in the hands of a user.
 class ControlUseTest : public ContentWindowTest {
@@ -137,20 +167,38 @@ TEST_F(ControlUseTest, ASheetLeavesOtherWindowsUsable)
     const auto button = Button::withTitle("Press", action());
     otherContent->view()->addSubview(button);
     other->makeKeyAndOrderFront();
-    ASSERT_TRUE(perchly::test::waitUntil([&] { return other->isKeyWindow(); }));
+    ASSERT_TRUE(perchly::test::waitUntil(
+        [&] { return other->isKeyWindow() && gtk_widget_get_width(appkit::widgetOf(*button)) > 0; }));
 
     appkit::Alert sheet;
     sheet.messageText = "Saved";
     sheet.beginSheetModal(window);
-    ASSERT_TRUE(perchly::test::waitUntil([&] { return !other->isKeyWindow(); }));
-    other->makeKeyWindow();
-    ASSERT_TRUE(perchly::test::waitUntil([&] { return other->isKeyWindow(); }));
-    gtk_widget_grab_focus(appkit::widgetOf(*button));
-    pressKeys("key space");
+    ASSERT_TRUE(perchly::test::waitUntil([] { return activeAlert() != nullptr; }));
+    perchly::test::ScreenPointer pointer;
+    ASSERT_TRUE(pointer.moveTo(perchly::test::middleOf(*button)));
+    pointer.press();
+    pointer.release();
 
     EXPECT_TRUE(perchly::test::waitUntil([&] { return receiver->count == 1; }));
     EXPECT_NE(appkit::Alert::sheetOf(*window), nullptr);
     other->close();
+}
+
+TEST_F(ControlUseTest, ASheetStandsInTheMiddleOfItsWindow)
+{
+    showWindow(content());
+    ASSERT_TRUE(perchly::test::waitUntil([&] { return gtk_widget_get_width(appkit::widgetOf(content())) > 0; }));
+    appkit::Alert sheet;
+    sheet.messageText = "Saved";
+
+    sheet.beginSheetModal(window);
+
+    ASSERT_TRUE(perchly::test::waitUntil([] { return activeAlert() != nullptr; }));
+    const auto wanted = middleOfToplevel(GTK_WIDGET(gtk_widget_get_root(appkit::widgetOf(content()))));
+    const auto found = middleOfToplevel(activeAlert());
+    // The shadow, which depends on whether the window is active, moves it a little.
+    EXPECT_NEAR(found.x, wanted.x, 4);
+    EXPECT_NEAR(found.y, wanted.y, 4);
 }
 
 } // namespace

@@ -35,7 +35,11 @@ protected:
         save.title = "Export Bookmarks";
         save.nameFieldStringValue = "backup.json";
     }
-    ~FilePanelTest() override { appkit::cancelFilePanels(); }
+    void TearDown() override
+    {
+        appkit::cancelFilePanels();
+        ContentWindowTest::TearDown();
+    }
 
     /// The panel's window, or null.
     [[nodiscard]] static GtkWindow* shownPanel()
