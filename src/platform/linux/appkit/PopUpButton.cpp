@@ -9,7 +9,18 @@ namespace {
 
 GtkWidget* makeDropDown()
 {
-    return gtk_drop_down_new(G_LIST_MODEL(gtk_string_list_new(nullptr)), nullptr);
+    auto* dropDown = gtk_drop_down_new(G_LIST_MODEL(gtk_string_list_new(nullptr)), nullptr);
+    // Screen readers come to the button inside, which has no name of its own.
+    gtk_accessible_update_relation(GTK_ACCESSIBLE(gtk_widget_get_first_child(dropDown)),
+        GTK_ACCESSIBLE_RELATION_LABELLED_BY, dropDown, nullptr, -1);
+    return dropDown;
+}
+
+void describeSelectedItem(GtkWidget* dropDown)
+{
+    auto* item = static_cast<GtkStringObject*>(gtk_drop_down_get_selected_item(GTK_DROP_DOWN(dropDown)));
+    gtk_accessible_update_property(GTK_ACCESSIBLE(gtk_widget_get_first_child(dropDown)),
+        GTK_ACCESSIBLE_PROPERTY_DESCRIPTION, item ? gtk_string_object_get_string(item) : "", -1);
 }
 
 } // namespace
@@ -23,6 +34,8 @@ PopUpButton::PopUpButton()
             if (const auto self = weak_from_this().lock())
                 action_.send(*this);
         }));
+    native().connections.push_back(desktop::connect<void(GParamSpec*)>(widgetOf(*this), "notify::selected",
+        [dropDown = widgetOf(*this)](GParamSpec*) { describeSelectedItem(dropDown); }));
 }
 
 void PopUpButton::addItem(std::string_view title)

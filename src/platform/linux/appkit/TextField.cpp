@@ -172,7 +172,12 @@ void TextField::selectText()
 
 void TextField::setPlaceholderString(std::string_view text)
 {
-    g_object_set(widgetOf(*this), "placeholder-text", std::string(text).c_str(), nullptr);
+    const std::string placeholder(text);
+    g_object_set(widgetOf(*this), "placeholder-text", placeholder.c_str(), nullptr);
+    if (!native().hasAccessibilityLabel) {
+        gtk_accessible_update_property(
+            GTK_ACCESSIBLE(widgetOf(*this)), GTK_ACCESSIBLE_PROPERTY_LABEL, placeholder.c_str(), -1);
+    }
 }
 
 std::string TextField::placeholderString() const
