@@ -45,7 +45,6 @@ GtkWidget* makeButtons(
             continue;
         gtk_widget_add_css_class(button, "suggested-action");
         gtk_window_set_default_widget(window, button);
-        gtk_window_set_focus(window, button);
     }
     return row;
 }
@@ -110,6 +109,8 @@ GtkWindow* makeAlertWindow(
     }
     gtk_window_set_child(window, box);
     gtk_box_append(GTK_BOX(box), makeButtons(window, content.buttonTitles, answer));
+    // Only now is the button in the window, and can have its keyboard.
+    gtk_window_set_focus(window, gtk_window_get_default_widget(window));
     if (content.accessory)
         restoreFirstResponder(content.accessory);
     declineOnEscape(window, [answer, last = content.buttonTitles.size() - 1] { answer(last); });
