@@ -5,6 +5,15 @@
 #include <algorithm>
 
 namespace desktop {
+namespace {
+
+/// For screen readers, which do not learn that a widget is left out.
+void setHidden(GtkWidget* widget, bool isHidden)
+{
+    gtk_accessible_update_state(GTK_ACCESSIBLE(widget), GTK_ACCESSIBLE_STATE_HIDDEN, isHidden, -1);
+}
+
+} // namespace
 
 void TableRows::show(RowRange range, bool anew, std::size_t columnCount, TableRowFiller& filler)
 {
@@ -72,6 +81,7 @@ void TableRows::release(TableRow& row, TableRowFiller& filler)
     if (auto* focus = gtk_root_get_focus(gtk_widget_get_root(widget)); focus && holding(focus) == &row)
         gtk_widget_grab_focus(gtk_widget_get_parent(list_));
     gtk_widget_set_child_visible(widget, FALSE);
+    setHidden(widget, true);
     filler.emptyRow(row);
 }
 
@@ -90,6 +100,7 @@ TableRow& TableRows::spareRow()
 void TableRows::bind(TableRow& row, std::size_t index)
 {
     row.index = index;
+    setHidden(row.widget.get(), false);
     // In the order of their rows: so a screen reader finds them.
     TableRow* before = nullptr;
     for (const auto& other : rows_) {
