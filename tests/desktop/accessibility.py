@@ -1,7 +1,13 @@
 #!/usr/bin/python3
 """Reads Perchly the way a screen reader does, over the accessibility bus.
-    accessibility.py            one line for each object on the screen: ROLE|NAME|STATES|TEXT
-    accessibility.py focus      the line of the object that has the keyboard"""
+    accessibility.py            one line for each object on the screen: ROLE|NAME|STATES|TEXT, and
+                                |DESCRIPTION where there is one
+    accessibility.py focus      the line of the object that has the keyboard
+    accessibility.py window WINDOW
+                                one line for each object in the window of that title
+    accessibility.py place WINDOW NAME [ROW]
+                                X Y WIDTH HEIGHT in the window of the object called so, in the table's row that begins
+                                with ROW if that is given"""
 import sys
 
 import gi
@@ -43,16 +49,63 @@ def things_in(thing):
 
 def line_for(thing, states):
     noted = ",".join(state.value_nick for state in NOTED if states.contains(state))
-    return f"{thing.get_role_name()}|{thing.get_name()}|{noted}|{text_of(thing)}"
+    line = f"{thing.get_role_name()}|{thing.get_name()}|{noted}|{text_of(thing)}"
+    description = thing.get_description()
+    return f"{line}|{description}" if description else line
+
+
+def applications():
+    desktop = Atspi.get_desktop(0)
+    for index in range(desktop.get_child_count()):
+        yield desktop.get_child_at_index(index)
 
 
 def lines(wants_focus):
-    desktop = Atspi.get_desktop(0)
-    for index in range(desktop.get_child_count()):
-        for thing, states in things_in(desktop.get_child_at_index(index)):
+    for application in applications():
+        for thing, states in things_in(application):
             if not wants_focus or states.contains(Atspi.StateType.FOCUSED):
                 yield line_for(thing, states)
 
 
-for line in lines(sys.argv[1:] == ["focus"]):
-    print(line)
+def windows(title):
+    for application in applications():
+        for index in range(application.get_child_count()):
+            window = application.get_child_at_index(index)
+            if window is not None and window.get_name() == title:
+                yield window
+
+
+def things_named(scope, name):
+    return (thing for thing, _ in things_in(scope) if thing != scope and thing.get_name() == name)
+
+
+def rows_in(scope, beginning):
+    for thing, _ in things_in(scope):
+        if thing.get_role() == Atspi.Role.TABLE_ROW and thing.get_name().startswith(beginning):
+            yield thing
+
+
+def places(title, name, row=None):
+    for window in windows(title):
+        for scope in rows_in(window, row) if row is not None else [window]:
+            for thing in things_named(scope, name):
+                place = Atspi.Component.get_extents(thing, Atspi.CoordType.WINDOW)
+                yield f"{place.x} {place.y} {place.width} {place.height}"
+
+
+def main(arguments):
+    if arguments[:1] == ["place"]:
+        place = next(places(*arguments[1:]), None)
+        if place is None:
+            sys.exit(1)
+        print(place)
+    elif arguments[:1] == ["window"]:
+        for window in windows(arguments[1]):
+            for thing, states in things_in(window):
+                print(line_for(thing, states))
+    else:
+        for line in lines(arguments == ["focus"]):
+            print(line)
+
+
+main(sys.argv[1:])
