@@ -141,7 +141,7 @@ void keepUntilClosed(const std::shared_ptr<Window>& window)
 
 } // namespace
 
-void showAboutWindow(appkit::Action visitWebsite)
+std::weak_ptr<Window> showAboutWindow(appkit::Action visitWebsite)
 {
     appkit::Application::sharedApplication().activateIgnoringOtherApps();
     const auto window
@@ -152,6 +152,7 @@ void showAboutWindow(appkit::Action visitWebsite)
     window->center();
     keepUntilClosed(window);
     window->makeKeyAndOrderFront();
+    return window;
 }
 
 } // namespace perchly
