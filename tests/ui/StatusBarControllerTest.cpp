@@ -105,12 +105,6 @@ TEST_F(StatusBarControllerTest, TheMenuFollowsTheBookmarksAtOnce)
     EXPECT_FALSE(hasRow("Pinned here"));
 }
 
-TEST_F(StatusBarControllerTest, WindowsThatDoNotExistYetAreDisabledRows)
-{
-    for (const auto* title : { "Bookmarks Manager", "Settings...", "About" })
-        EXPECT_FALSE(row(title).isEnabled()) << title;
-}
-
 TEST_F(StatusBarControllerTest, OpenBrowserShowsTheHomePageAt600By700)
 {
     setHomePage(server.url("/"));
