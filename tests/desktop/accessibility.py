@@ -1,8 +1,7 @@
 #!/usr/bin/python3
 """Reads Perchly the way a screen reader does, over the accessibility bus.
-    accessibility.py            one line for each object on the screen: ROLE|NAME|STATES|TEXT, and
-                                |DESCRIPTION where there is one
-    accessibility.py focus      the line of the object that has the keyboard
+    accessibility.py            one line for each object on the screen: ROLE|NAME|STATES|TEXT
+    accessibility.py focus      the line of the object that has the keyboard, with its |DESCRIPTION if it has one
     accessibility.py window WINDOW
                                 one line for each object in the window of that title
     accessibility.py place WINDOW NAME [ROW]
@@ -49,9 +48,7 @@ def things_in(thing):
 
 def line_for(thing, states):
     noted = ",".join(state.value_nick for state in NOTED if states.contains(state))
-    line = f"{thing.get_role_name()}|{thing.get_name()}|{noted}|{text_of(thing)}"
-    description = thing.get_description()
-    return f"{line}|{description}" if description else line
+    return f"{thing.get_role_name()}|{thing.get_name()}|{noted}|{text_of(thing)}"
 
 
 def applications():
@@ -60,11 +57,18 @@ def applications():
         yield desktop.get_child_at_index(index)
 
 
-def lines(wants_focus):
+def lines():
     for application in applications():
         for thing, states in things_in(application):
-            if not wants_focus or states.contains(Atspi.StateType.FOCUSED):
-                yield line_for(thing, states)
+            yield line_for(thing, states)
+
+
+def lines_with_keyboard():
+    for application in applications():
+        for thing, states in things_in(application):
+            if states.contains(Atspi.StateType.FOCUSED):
+                description = thing.get_description()
+                yield line_for(thing, states) + (f"|{description}" if description else "")
 
 
 def windows(title):
@@ -104,7 +108,7 @@ def main(arguments):
             for thing, states in things_in(window):
                 print(line_for(thing, states))
     else:
-        for line in lines(arguments == ["focus"]):
+        for line in lines_with_keyboard() if arguments == ["focus"] else lines():
             print(line)
 
 

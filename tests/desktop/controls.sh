@@ -2,8 +2,8 @@
 # Controls of the program's windows, found by the names that screen readers have for them, and used by mouse. On a
 # desktop that has accessibility, after windows.sh and accessibility.sh.
 
-# locate_control WINDOW NAME [ROW]: sets CONTROL_X and CONTROL_Y to the control's middle on the screen; with ROW, the
-# one in the table's row that begins so.
+# locate_control WINDOW NAME [ROW]: sets CONTROL_X and CONTROL_Y to the control's middle on the screen, CONTROL_RIGHT to
+# its right end; with ROW, the one in the table's row that begins so.
 locate_control() {
     local place x y width height
     place=$(read_accessibility place "$@") || return 1
@@ -11,6 +11,7 @@ locate_control() {
     locate_window "$1" && locate_shadow "$1" || return 1
     ((width > 0 && height > 0)) || return 1
     CONTROL_X=$((X + SHADOW_LEFT + (2 * x + width) * scale / 2))
+    CONTROL_RIGHT=$((X + SHADOW_LEFT + (x + width) * scale))
     CONTROL_Y=$((Y + SHADOW_TOP + (2 * y + height) * scale / 2))
 }
 
@@ -39,6 +40,15 @@ window_has() {
 keyboard_is_at() {
     found=$(read_accessibility focus)
     [[ $found == *"|$1|"* && $found != *$'\n'* ]]
+}
+
+# press_through KEY NAME...: each press of the key takes the keyboard on to the next of the names.
+press_through() {
+    local name
+    for name in "${@:2}"; do
+        xdotool key "$1"
+        require "$1 goes to $name" wait_for 3 keyboard_is_at "$name"
+    done
 }
 
 # enter TEXT: in place of what the field with the keyboard has. Pasted, as from a picker of emoji.

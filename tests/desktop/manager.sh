@@ -33,7 +33,7 @@ shows_titles() {
 search() {
     click_control "$manager" "Search bookmarks..."
     require "the search field has the keyboard" wait_for 3 keyboard_is_at "Search bookmarks..."
-    xdotool key ctrl+a type --delay 5 "$1"
+    xdotool key ctrl+a key BackSpace type --delay 5 "$1"
 }
 
 # The id of the first bookmark with that title.
