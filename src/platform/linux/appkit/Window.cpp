@@ -4,6 +4,7 @@
 #include "platform/linux/appkit/ViewNative.h"
 #include "platform/linux/appkit/WindowKeys.h"
 #include "platform/linux/appkit/WindowNative.h"
+#include "platform/linux/desktop/FrontWindow.h"
 #include "platform/linux/desktop/Monitors.h"
 #include "platform/linux/desktop/Toolkit.h"
 #include "platform/linux/desktop/WindowIcon.h"
@@ -57,7 +58,7 @@ desktop::PixelRect firstPlace(GtkWindow* window, const foundation::Rect& content
 GtkWindow* makeToplevel(WindowStyleMask styleMask)
 {
     desktop::loadToolkit();
-    auto* window = GTK_WINDOW(gtk_window_new());
+    auto* window = desktop::makeWindow();
     gtk_window_set_decorated(window, contains(styleMask, WindowStyleMask::Titled));
     gtk_window_set_deletable(window, contains(styleMask, WindowStyleMask::Closable));
     gtk_window_set_resizable(window, contains(styleMask, WindowStyleMask::Resizable));

@@ -1,6 +1,7 @@
 #include "platform/linux/desktop/AlertWindow.h"
 
 #include "platform/linux/desktop/FirstResponder.h"
+#include "platform/linux/desktop/FrontWindow.h"
 #include "platform/linux/desktop/GObject.h"
 #include "platform/linux/desktop/Toolkit.h"
 #include "platform/linux/desktop/X11Window.h"
@@ -86,7 +87,7 @@ PixelPoint middlePlace(GtkWindow* window, GtkWindow* parent)
 GtkWindow* makeAlertWindow(
     const AlertContent& content, GtkWindow* parent, const std::function<void(std::size_t)>& answer)
 {
-    auto* window = GTK_WINDOW(gtk_window_new());
+    auto* window = makeWindow();
     gtk_window_set_title(window, content.message.c_str());
     gtk_window_set_resizable(window, FALSE);
     gtk_window_set_modal(window, TRUE);

@@ -15,4 +15,9 @@ GtkWindow* frontWindow()
     return visible;
 }
 
+GtkWindow* makeWindow()
+{
+    return GTK_WINDOW(g_object_new(GTK_TYPE_WINDOW, "accessible-role", GTK_ACCESSIBLE_ROLE_WINDOW, nullptr));
+}
+
 } // namespace desktop
