@@ -1,32 +1,18 @@
 // What the bare browsers have in common, on GTK and WebKitGTK alone.
 #pragma once
 
-#include <webkit/webkit.h>
+#include "BareToolkit.h"
 
-#include <filesystem>
+#include <webkit/webkit.h>
 
 namespace bare {
 
-inline bool isSoftwareDrawn()
+/// The same as startToolkit, for the engine.
+inline void startEngine()
 {
-    std::error_code ignored;
-    for (const auto& entry : std::filesystem::directory_iterator("/dev/dri", ignored)) {
-        if (entry.path().filename().string().starts_with("renderD"))
-            return false;
-    }
-    return true;
-}
-
-/// The same drawing as Perchly's, and its backend.
-inline void startToolkit()
-{
-    if (isSoftwareDrawn()) {
-        g_setenv("GSK_RENDERER", "cairo", FALSE);
-        g_setenv("GDK_DEBUG", "gl-disable", FALSE);
+    if (isSoftwareDrawn())
         g_setenv("WEBKIT_DISABLE_COMPOSITING_MODE", "1", FALSE);
-    }
-    gdk_set_allowed_backends("x11,wayland,*");
-    gtk_init();
+    startToolkit();
 }
 
 inline WebKitNetworkSession* makeSession()
@@ -54,12 +40,6 @@ inline GtkWindow* makeWindow(GtkWidget* content)
     gtk_window_set_default_size(window, 600, 700);
     gtk_window_set_child(window, content);
     return window;
-}
-
-[[noreturn]] inline void run()
-{
-    g_main_loop_run(g_main_loop_new(nullptr, FALSE));
-    g_assert_not_reached();
 }
 
 } // namespace bare

@@ -9,7 +9,7 @@ int main(int argc, char** argv)
         std::fputs("usage: bare_browser ADDRESS\n", stderr);
         return 2;
     }
-    bare::startToolkit();
+    bare::startEngine();
     gtk_window_present(bare::makeWindow(bare::makeView(bare::makeSession(), argv[1])));
     bare::run();
 }

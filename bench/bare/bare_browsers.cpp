@@ -72,7 +72,7 @@ int main(int argc, char** argv)
         std::fputs("usage: bare_browsers ADDRESS...\n", stderr);
         return 2;
     }
-    bare::startToolkit();
+    bare::startEngine();
     Browsers browsers { .addresses = { argv + 1, argv + argc }, .session = bare::makeSession() };
     browsers.views.resize(browsers.addresses.size());
     if (browsers.addresses.size() > 1)

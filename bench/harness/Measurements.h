@@ -49,6 +49,9 @@ void measureItemMemory(const Setting& setting, MeasuringHost& host, Report& repo
 /// As measureIdle, with status items of bookmarks with every kind of icon.
 void measureItemIdle(const Setting& setting, MeasuringHost& host, Report& report);
 
+/// From the order to show the bookmark manager to its rows on the screen.
+void measureTableOpening(const Setting& setting, MeasuringHost& host, Report& report);
+
 /// A big document of bookmarks, in and out.
 void measureStore(const Setting& setting, Report& report);
 

@@ -35,6 +35,15 @@ std::vector<char*> pointersTo(std::vector<std::string>& texts)
     return pointers;
 }
 
+std::vector<UserFolders::MenuBarBookmark> plainBookmarks(
+    const std::vector<std::string>& titles, const std::vector<std::string>& addresses)
+{
+    std::vector<UserFolders::MenuBarBookmark> bookmarks;
+    for (std::size_t index = 0; index < titles.size(); ++index)
+        bookmarks.push_back({ titles[index], addresses[index], {}, {}, {} });
+    return bookmarks;
+}
+
 double milliseconds(const timeval& time)
 {
     return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_usec) / 1e3;
@@ -88,24 +97,35 @@ void UserFolders::setFaviconService(const std::string& address) const
     setPreference("FaviconServiceURL", address);
 }
 
+void UserFolders::setToolkit(const char* disabled) const
+{
+    std::filesystem::create_directories(path_ / "config/gtk-4.0");
+    std::ofstream(path_ / "config/gtk-4.0/settings.ini", std::ios::app) << "[Settings]\n" << disabled << "=false\n";
+}
+
 void UserFolders::setPinnedBookmarks(
     const std::vector<std::string>& titles, const std::vector<std::string>& addresses) const
 {
-    std::vector<MenuBarBookmark> bookmarks;
-    for (std::size_t index = 0; index < titles.size(); ++index)
-        bookmarks.push_back({ titles[index], addresses[index], {}, {}, {} });
-    writeBookmarks(bookmarks, true);
+    writeBookmarks(plainBookmarks(titles, addresses), { .isPinned = true, .isAddedToMenuBar = false });
+}
+
+void UserFolders::setListedBookmarks(
+    const std::vector<std::string>& titles, const std::vector<std::string>& addresses) const
+{
+    writeBookmarks(plainBookmarks(titles, addresses), { .isPinned = false, .isAddedToMenuBar = false });
 }
 
 void UserFolders::setMenuBarBookmarks(const std::vector<MenuBarBookmark>& bookmarks) const
 {
-    writeBookmarks(bookmarks, false);
+    writeBookmarks(bookmarks, { .isPinned = false, .isAddedToMenuBar = true });
 }
 
-void UserFolders::writeBookmarks(const std::vector<MenuBarBookmark>& bookmarks, bool arePinned) const
+void UserFolders::writeBookmarks(const std::vector<MenuBarBookmark>& bookmarks, Places places) const
 {
-    std::filesystem::create_directories(path_ / "data/Perchly");
-    std::ofstream file(path_ / "data/Perchly/bookmarks.json");
+    std::filesystem::create_directories(bookmarkFile().parent_path());
+    std::ofstream file(bookmarkFile());
+    const auto writeFlag
+        = [&](const char* key, bool flag) { file << '"' << key << R"(":)" << (flag ? "true" : "false") << ","; };
     const auto writeText = [&](const char* key, const std::string& text) {
         if (!text.empty())
             file << '"' << key << R"(":")" << text << R"(",)";
@@ -118,9 +138,9 @@ void UserFolders::writeBookmarks(const std::vector<MenuBarBookmark>& bookmarks, 
         writeText("sfSymbolName", bookmark.symbol);
         writeText("customEmoji", bookmark.emoji);
         writeText("iconURL", bookmark.iconAddress);
-        file << (arePinned ? R"("isPinned":true,"isAddedToMenuBar":false,)"
-                           : R"("isPinned":false,"isAddedToMenuBar":true,)")
-             << R"("createdAt":0,"shouldReloadOnOpen":false,"isAlwaysOnTop":false,"prefersDetached":false,)"
+        writeFlag("isPinned", places.isPinned);
+        writeFlag("isAddedToMenuBar", places.isAddedToMenuBar);
+        file << R"("createdAt":0,"shouldReloadOnOpen":false,"isAlwaysOnTop":false,"prefersDetached":false,)"
              << R"("openInSystemBrowser":false})";
     }
     file << "]}";

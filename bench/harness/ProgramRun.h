@@ -30,6 +30,18 @@ public:
     /// Makes these the only bookmarks; all have their row in the menu.
     void setPinnedBookmarks(const std::vector<std::string>& titles, const std::vector<std::string>& addresses) const;
 
+    /// Makes these the only bookmarks; they are nowhere but in the list of all. The id of each is its index.
+    void setListedBookmarks(const std::vector<std::string>& titles, const std::vector<std::string>& addresses) const;
+
+    /// Where the bookmarks are kept.
+    [[nodiscard]] std::filesystem::path bookmarkFile() const { return path_ / "data/Perchly/bookmarks.json"; }
+
+    /// Rest can be told only where no cursor blinks.
+    void stopCursor() const { setToolkit("gtk-cursor-blink"); }
+
+    /// What has changed looks at once as it will look from then on.
+    void stopAnimations() const { setToolkit("gtk-enable-animations"); }
+
     /// What is empty, the bookmark does without.
     struct MenuBarBookmark {
         std::string title;
@@ -43,8 +55,13 @@ public:
     void setMenuBarBookmarks(const std::vector<MenuBarBookmark>& bookmarks) const;
 
 private:
+    void setToolkit(const char* disabled) const;
     void setPreference(const char* key, const std::string& value) const;
-    void writeBookmarks(const std::vector<MenuBarBookmark>& bookmarks, bool arePinned) const;
+    struct Places {
+        bool isPinned;
+        bool isAddedToMenuBar;
+    };
+    void writeBookmarks(const std::vector<MenuBarBookmark>& bookmarks, Places places) const;
 
     std::filesystem::path path_;
 };

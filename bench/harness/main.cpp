@@ -1,4 +1,4 @@
-// bench_harness PROGRAMS RUNS RESULTS [start|paint|show|memory|growth|hidden|idle|items|store]...
+// bench_harness PROGRAMS RUNS RESULTS [start|paint|show|memory|growth|hidden|idle|items|manager|store]...
 // Measures the programs of a folder on the session bus and the display that it finds, prints a table and writes it to
 // RESULTS. The status is 0 when every target is met, 1 when one is missed, 2 when something could not be measured.
 #include "Measurements.h"
@@ -31,7 +31,7 @@ int main(int argc, char** argv)
     constexpr std::size_t fixed = 3;
     if (arguments.size() < fixed) {
         std::fputs("usage: bench_harness PROGRAMS RUNS RESULTS"
-                   " [start|paint|show|memory|growth|hidden|idle|items|store]...\n",
+                   " [start|paint|show|memory|growth|hidden|idle|items|manager|store]...\n",
             stderr);
         return 2;
     }
@@ -62,6 +62,7 @@ int main(int argc, char** argv)
         { "items", bench::measureItemIcons },
         { "items", bench::measureItemMemory },
         { "items", bench::measureItemIdle },
+        { "manager", bench::measureTableOpening },
     };
     for (const auto& [name, measure] : measurements) {
         if (isWanted(name))
