@@ -52,6 +52,9 @@ void measureItemIdle(const Setting& setting, MeasuringHost& host, Report& report
 /// From the order to show the bookmark manager to its rows on the screen.
 void measureTableOpening(const Setting& setting, MeasuringHost& host, Report& report);
 
+/// From a key in its search field to the rows that are left.
+void measureTableSearch(const Setting& setting, MeasuringHost& host, Report& report);
+
 /// A big document of bookmarks, in and out.
 void measureStore(const Setting& setting, Report& report);
 

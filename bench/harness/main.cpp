@@ -63,6 +63,7 @@ int main(int argc, char** argv)
         { "items", bench::measureItemMemory },
         { "items", bench::measureItemIdle },
         { "manager", bench::measureTableOpening },
+        { "manager", bench::measureTableSearch },
     };
     for (const auto& [name, measure] : measurements) {
         if (isWanted(name))
