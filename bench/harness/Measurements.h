@@ -55,6 +55,9 @@ void measureTableOpening(const Setting& setting, MeasuringHost& host, Report& re
 /// From a key in its search field to the rows that are left.
 void measureTableSearch(const Setting& setting, MeasuringHost& host, Report& report);
 
+/// What the bookmark manager takes for many rows that it does not take for few.
+void measureTableMemory(const Setting& setting, MeasuringHost& host, Report& report);
+
 /// A big document of bookmarks, in and out.
 void measureStore(const Setting& setting, Report& report);
 

@@ -64,6 +64,7 @@ int main(int argc, char** argv)
         { "items", bench::measureItemIdle },
         { "manager", bench::measureTableOpening },
         { "manager", bench::measureTableSearch },
+        { "manager", bench::measureTableMemory },
     };
     for (const auto& [name, measure] : measurements) {
         if (isWanted(name))
