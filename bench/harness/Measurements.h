@@ -58,6 +58,9 @@ void measureTableSearch(const Setting& setting, MeasuringHost& host, Report& rep
 /// What the bookmark manager takes for many rows that it does not take for few.
 void measureTableMemory(const Setting& setting, MeasuringHost& host, Report& report);
 
+/// From a click on a pin in the bookmark manager to all that shows it.
+void measureTablePin(const Setting& setting, MeasuringHost& host, Report& report);
+
 /// A big document of bookmarks, in and out.
 void measureStore(const Setting& setting, Report& report);
 

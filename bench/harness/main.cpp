@@ -65,6 +65,7 @@ int main(int argc, char** argv)
         { "manager", bench::measureTableOpening },
         { "manager", bench::measureTableSearch },
         { "manager", bench::measureTableMemory },
+        { "manager", bench::measureTablePin },
     };
     for (const auto& [name, measure] : measurements) {
         if (isWanted(name))
