@@ -19,6 +19,7 @@ NOTED = (
     Atspi.StateType.EDITABLE,
     Atspi.StateType.FOCUSABLE,
     Atspi.StateType.FOCUSED,
+    Atspi.StateType.CHECKED,
 )
 
 
