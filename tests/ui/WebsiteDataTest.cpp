@@ -19,6 +19,9 @@ using webkit::WebsiteDataStore;
 /// What the pages below keep, so that it can be found on disk.
 const std::string trace = "perchly-was-here";
 
+/// Another name of the server, and so another site.
+const std::string embedded = "localhost";
+
 /// As the engine keeps the texts of scripts.
 std::string inTwoBytes(const std::string& text)
 {
@@ -98,6 +101,9 @@ protected:
             " worker");
         run(thenMark("caches.open('kept').then(cache => cache.add('/cached'))", " copy"), " copy");
         run(thenMark("fetch('/cached').then(response => response.text())", " fetched"), " fetched");
+        // Tracking prevention takes notes of who is asked from whose pages.
+        const auto elsewhere = "http://" + embedded + ":" + std::to_string(server.port()) + "/cached";
+        run(thenMark("fetch('" + elsewhere + "', { mode: 'no-cors' })", " embedded"), " embedded");
     }
 
     /// All that is written late, too.
@@ -106,6 +112,9 @@ protected:
         constexpr const char* places[]
             = { "cookies", "serviceworkers", "LocalStorage", "IndexedDB", "CacheStorage", "/Blobs/" };
         return perchly::test::waitUntil([&] {
+            const auto notes = filesWith(embedded);
+            if (std::ranges::none_of(notes, [](const auto& file) { return file.find("/itp/") != file.npos; }))
+                return false;
             const auto files = filesWith(trace);
             return std::ranges::all_of(places, [&](const auto* place) {
                 return std::ranges::any_of(files, [&](const auto& file) { return file.find(place) != file.npos; });
@@ -150,6 +159,7 @@ TEST_F(WebsiteDataTest, NothingOfASiteStaysOnDisk)
 
     EXPECT_THAT(filesWith(trace), IsEmpty());
     EXPECT_THAT(filesWith("127.0.0.1"), IsEmpty());
+    EXPECT_THAT(filesWith(embedded), IsEmpty());
 }
 
 TEST_F(WebsiteDataTest, AFreshViewFindsNothing)
@@ -170,6 +180,17 @@ TEST_F(WebsiteDataTest, AFreshViewFindsNothing)
     EXPECT_EQ(settled("fetch('/cached').then(response => response.text()).then(text => text.length)"),
         std::to_string(trace.size() + 100'000));
     EXPECT_EQ(server.requestCount("/cached"), 1U);
+}
+
+TEST_F(WebsiteDataTest, WhatIsWrittenLateGoesToo)
+{
+    keepEverywhere();
+    const auto findsList = [] { return !filesWith("127.0.0.1").empty(); };
+
+    removeAllData();
+
+    EXPECT_TRUE(perchly::test::waitUntil(findsList));
+    EXPECT_TRUE(perchly::test::waitUntil([&] { return !findsList(); }));
 }
 
 TEST_F(WebsiteDataTest, AnOpenPageLosesWhatItHasKept)

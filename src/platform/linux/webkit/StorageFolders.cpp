@@ -52,4 +52,11 @@ void removeEmptyStorage(const std::filesystem::path& dataFolder)
     }
 }
 
+void removeTrackingNotes(const std::filesystem::path& dataFolder)
+{
+    std::error_code ignored;
+    for (const auto& entry : fs::directory_iterator(dataFolder / "itp", ignored))
+        fs::remove(entry.path(), ignored);
+}
+
 } // namespace webkit

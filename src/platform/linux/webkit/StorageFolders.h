@@ -9,4 +9,8 @@ namespace webkit {
 /// stays.
 void removeEmptyStorage(const std::filesystem::path& dataFolder);
 
+/// Takes away the database in which tracking prevention takes notes of the sites, below the engine's data folder. Only
+/// while that is switched off.
+void removeTrackingNotes(const std::filesystem::path& dataFolder);
+
 } // namespace webkit

@@ -49,11 +49,54 @@ std::unique_ptr<WebsiteDataStore::Native> makeStore()
         WebsiteDataStore::Native { std::move(session), std::move(downloads) });
 }
 
-/// One that is under way.
-struct Removal {
-    desktop::ObjectPointer<WebKitNetworkSession> session;
-    std::function<void()> completionHandler;
-};
+using Work = std::function<void()>;
+
+void deleteWork(gpointer work)
+{
+    delete static_cast<Work*>(work);
+}
+
+void runAfter(unsigned milliseconds, Work work)
+{
+    const auto run = +[](gpointer data) -> gboolean {
+        (*static_cast<Work*>(data))();
+        return G_SOURCE_REMOVE;
+    };
+    g_timeout_add_full(G_PRIORITY_DEFAULT, milliseconds, run, new Work(std::move(work)), deleteWork);
+}
+
+/// Removes data of those kinds, of whatever time.
+void clear(WebKitNetworkSession* session, WebKitWebsiteDataTypes kinds, Work done)
+{
+    const auto finish = +[](GObject* manager, GAsyncResult* result, gpointer data) {
+        const std::unique_ptr<Work> work(static_cast<Work*>(data));
+        webkit_website_data_manager_clear_finish(WEBKIT_WEBSITE_DATA_MANAGER(manager), result, nullptr);
+        (*work)();
+    };
+    webkit_website_data_manager_clear(
+        webkit_network_session_get_website_data_manager(session), kinds, 0, nullptr, finish, new Work(std::move(done)));
+}
+
+void removeLeftovers(WebKitNetworkSession* session)
+{
+    auto* manager = webkit_network_session_get_website_data_manager(session);
+    const auto* folder = webkit_website_data_manager_get_base_data_directory(manager);
+    if (!folder)
+        return;
+    removeEmptyStorage(folder);
+    // What tracking prevention has noted is deleted, but stays in the log of its database. Switched off it lets go of
+    // that, and on again it begins a new one.
+    webkit_network_session_set_itp_enabled(session, FALSE);
+    removeTrackingNotes(folder);
+    webkit_network_session_set_itp_enabled(session, TRUE);
+}
+
+/// What was loaded shortly before the removal comes to the disk after it: responses a second later, lists of what a
+/// page is made of some seconds later.
+constexpr auto responsesAreWritten = 1500U;
+constexpr auto listsAreWritten = 8000U;
+constexpr auto caches
+    = static_cast<WebKitWebsiteDataTypes>(WEBKIT_WEBSITE_DATA_MEMORY_CACHE | WEBKIT_WEBSITE_DATA_DISK_CACHE);
 
 } // namespace
 
@@ -73,21 +116,13 @@ WebsiteDataStore::~WebsiteDataStore() = default;
 
 void WebsiteDataStore::removeAllData(std::function<void()> completionHandler)
 {
+    // The session is the store's, which is never destroyed.
     auto* session = native_->session.get();
-    // The notes that tracking prevention takes of each site go only with their database.
-    webkit_network_session_set_itp_enabled(session, FALSE);
-    constexpr GTimeSpan ofWhateverTime = 0;
-    const auto finish = +[](GObject* manager, GAsyncResult* result, gpointer data) {
-        const std::unique_ptr<Removal> removal(static_cast<Removal*>(data));
-        webkit_website_data_manager_clear_finish(WEBKIT_WEBSITE_DATA_MANAGER(manager), result, nullptr);
-        webkit_network_session_set_itp_enabled(removal->session.get(), TRUE);
-        if (const auto* folder
-            = webkit_website_data_manager_get_base_data_directory(WEBKIT_WEBSITE_DATA_MANAGER(manager)))
-            removeEmptyStorage(folder);
-        removal->completionHandler();
-    };
-    webkit_website_data_manager_clear(webkit_network_session_get_website_data_manager(session), WEBKIT_WEBSITE_DATA_ALL,
-        ofWhateverTime, nullptr, finish, new Removal { desktop::retain(session), std::move(completionHandler) });
+    clear(session, WEBKIT_WEBSITE_DATA_ALL, [session, done = std::move(completionHandler)] {
+        removeLeftovers(session);
+        runAfter(responsesAreWritten, [session, done] { clear(session, caches, done); });
+        runAfter(listsAreWritten, [session] { clear(session, caches, [] {}); });
+    });
 }
 
 } // namespace webkit
