@@ -49,7 +49,7 @@ begin_the_journey() {
 
 add_wren() {
     click_control "$manager" "+ New Bookmark"
-    require "a dialog asks for a bookmark" wait_for 5 is_active_window "Add New Bookmark"
+    require "a dialog asks for a bookmark" wait_for 5 is_ready_window "Add New Bookmark"
     require "in its first field" wait_for 3 keyboard_is_at Title:
     enter "$wren"
     xdotool key Tab
@@ -138,13 +138,13 @@ lose_wren_and_find_it_again() {
     type_file "Export Bookmarks" "$backup"
     take export
     xdotool key Return
-    require "a sheet tells of the export" wait_for 5 is_active_window "Export Successful"
+    require "a sheet tells of the export" wait_for 5 is_ready_window "Export Successful"
     check "the file has the same bookmarks" have_same_bookmarks "$backup" "$(bookmark_file)"
     take exported
     answer_alert "Export Successful" Return
 
     click_control "$manager" "Permanently delete this bookmark" "$wren"
-    require "an alert asks first" wait_for 5 is_active_window "Delete Bookmark"
+    require "an alert asks first" wait_for 5 is_ready_window "Delete Bookmark"
     take delete
     answer_alert "Delete Bookmark" Return
     require "it is gone from the file" wait_for 3 has_stored_titles "Google Translate" Youtube ChatGPT Slack Perchly
@@ -157,7 +157,7 @@ lose_wren_and_find_it_again() {
     type_file "Import Bookmarks" "$backup"
     take import
     xdotool key Return
-    require "a sheet tells of the import" wait_for 5 is_active_window "Import Successful"
+    require "a sheet tells of the import" wait_for 5 is_ready_window "Import Successful"
     check "the file has all that was exported" have_same_bookmarks "$backup" "$(bookmark_file)"
     check "it is in the menu" wait_for 3 main_menu_has "$wren"
     check "and in the panel" wait_for 10 panel_shows 5
@@ -177,16 +177,16 @@ has_home_page() {
 leave_everything() {
     # From below: Quit, About, Settings.
     choose_in_menu Up Up Up Return
-    require "the settings open" wait_for 5 is_active_window Settings
+    require "the settings open" wait_for 5 is_ready_window Settings
     require "in the field for the home page" wait_for 3 keyboard_is_at "Home Page"
     xdotool type --delay 5 "$site/second.html"
     click_control Settings "Save URL"
-    require "an alert tells that the home page is saved" wait_for 5 is_active_window Saved
+    require "an alert tells that the home page is saved" wait_for 5 is_ready_window Saved
     check "it is" home_page_is_stored "$site/second.html"
     take home-page
     answer_alert Saved Return
     click_control Settings "Reset All Data"
-    require "an alert asks first" wait_for 5 is_active_window "Reset Everything?"
+    require "an alert asks first" wait_for 5 is_ready_window "Reset Everything?"
     take reset
     answer_alert "Reset Everything?" Return
     require "the file has the first bookmarks" wait_for 3 has_stored_titles "Google Translate" Youtube ChatGPT Slack Perchly

@@ -15,7 +15,7 @@ choose_in_menu() {
 
 open_manager() {
     choose_in_menu Down Down Return
-    require "the manager opens" wait_for 10 is_active_window "$manager"
+    require "the manager opens" wait_for 10 is_ready_window "$manager"
     require "with its table" wait_for 5 locate_control "$manager" Title
 }
 
@@ -57,14 +57,14 @@ has_stored_titles() {
 
 # answer_alert TITLE KEY
 answer_alert() {
-    require "\"$1\" has the keyboard" wait_for 5 is_active_window "$1"
+    require "\"$1\" has the keyboard" wait_for 5 is_ready_window "$1"
     xdotool key "$2"
     require "\"$1\" is answered" wait_for 5 not has_window "$1"
 }
 
 # type_file PANEL FILE: in the panel for files, whose first slash opens a field for a path.
 type_file() {
-    require "the panel \"$1\" has the keyboard" wait_for 10 is_active_window "$1"
+    require "the panel \"$1\" has the keyboard" wait_for 10 is_ready_window "$1"
     [[ $1 != Export* ]] || require "with the name" wait_for 5 window_has "$1" 'text\|[^|]*\|[^|]*focused[^|]*\|.*'
     [[ $1 != Export* ]] || xdotool key ctrl+a
     xdotool type --delay 5 "$2"

@@ -27,6 +27,11 @@ is_active_window() {
     active=$(xdotool getactivewindow 2>/dev/null) && [[ -n $window ]] && ((active == window))
 }
 
+# It has the keyboard, and more in it than its ground.
+is_ready_window() {
+    is_active_window "$1" && (($(import -silent -window "$(window_titled "$1")" -format %k info:) > 16))
+}
+
 # The window's inside and its title bar are within what the panels leave of the screen.
 window_is_in_work_area() {
     local x y width height top
