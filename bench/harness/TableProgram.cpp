@@ -83,6 +83,11 @@ double TableProgram::open()
     return rowsAppear(screen, ordered);
 }
 
+double TableProgram::end()
+{
+    return run_->end();
+}
+
 double TableProgram::press(const std::string& key)
 {
     ScreenProbe screen(rowsArea);

@@ -32,6 +32,9 @@ public:
     /// Presses a key that changes the rows. Returns the milliseconds from then to the changed rows on the screen.
     double press(const std::string& key);
 
+    /// Returns the processor time that it has taken, in milliseconds.
+    double end();
+
     /// Brings the keyboard from the search field to the table.
     void enterTable();
 
@@ -42,7 +45,6 @@ protected:
     explicit TableProgram(std::string name);
 
     [[nodiscard]] Clock::time_point run(const std::vector<std::string>& command);
-    void end() { run_.reset(); }
 
 private:
     /// Starts it with the order. Returns when that was.
