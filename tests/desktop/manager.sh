@@ -36,6 +36,16 @@ search() {
     xdotool key ctrl+a key BackSpace type --delay 5 "$1"
 }
 
+# 500 bookmarks, "Number 0" and so on, with the ids many-0 and so on.
+store_many() {
+    mkdir -p "$(dirname "$(bookmark_file)")"
+    python3 -c 'import json
+names = ("isPinned", "shouldReloadOnOpen", "isAddedToMenuBar", "isAlwaysOnTop", "prefersDetached", "openInSystemBrowser")
+print(json.dumps({"bookmarks": [
+    {"id": f"many-{index}", "title": f"Number {index}", "url": f"http://127.0.0.1:9/{index}", "createdAt": 0}
+    | dict.fromkeys(names, False) for index in range(500)]}))' >"$(bookmark_file)"
+}
+
 # The id of the first bookmark with that title.
 id_of() {
     python3 -c 'import json, sys
