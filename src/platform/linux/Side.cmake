@@ -16,6 +16,7 @@ target_sources(perchly_platform PRIVATE
   linux/appkit/MenuRows.cpp
   linux/appkit/TableCells.cpp
   linux/appkit/WindowKeys.cpp
+  linux/desktop/ActivationWatch.cpp
   linux/desktop/AlertWindow.cpp
   linux/desktop/AxisLayout.cpp
   linux/desktop/ConstraintView.cpp

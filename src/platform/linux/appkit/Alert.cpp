@@ -4,11 +4,13 @@
 #include "platform/linux/appkit/AlertNative.h"
 #include "platform/linux/appkit/ViewNative.h"
 #include "platform/linux/appkit/WindowNative.h"
+#include "platform/linux/desktop/ActivationWatch.h"
 #include "platform/linux/desktop/AlertWindow.h"
 #include "platform/linux/desktop/FrontWindow.h"
 #include "platform/linux/desktop/Toolkit.h"
 
 #include <algorithm>
+#include <optional>
 
 namespace appkit {
 
@@ -21,8 +23,15 @@ struct Alert::Native {
 
 namespace {
 
+struct RunningAlert {
+    Alert* alert;
+    GtkWindow* window;
+};
+
 /// The latest last.
-std::vector<Alert*> runningAlerts;
+std::vector<RunningAlert> runningAlerts;
+/// Only while an alert is running.
+std::optional<desktop::ActivationWatch> activations;
 
 std::vector<std::string> titlesOf(const Alert& alert)
 {
@@ -48,6 +57,27 @@ void takeDown(const Alert& alert, GtkWindow* window)
     gtk_window_destroy(window);
 }
 
+void begin(const RunningAlert& running)
+{
+    runningAlerts.push_back(running);
+    desktop::presentAbove(running.window);
+    if (activations)
+        return;
+    activations.emplace([](GtkWindow* activated) {
+        if (activated != runningAlerts.back().window)
+            bringAlertForward();
+    });
+}
+
+/// The one before waits on.
+void end()
+{
+    runningAlerts.pop_back();
+    bringAlertForward();
+    if (runningAlerts.empty())
+        activations.reset();
+}
+
 } // namespace
 
 std::size_t Alert::runModal()
@@ -61,10 +91,9 @@ std::size_t Alert::runModal()
     } };
     native_ = &native;
     auto* window = makeWindow(*this, desktop::frontWindow(), native.end);
-    gtk_window_present(window);
-    runningAlerts.push_back(this);
+    begin({ this, window });
     g_main_loop_run(loop);
-    runningAlerts.pop_back();
+    end();
     takeDown(*this, window);
     g_main_loop_unref(loop);
     native_ = nullptr;
@@ -152,7 +181,7 @@ Alert* Alert::sheetOf(const Window& window)
 
 Alert* Alert::running()
 {
-    return runningAlerts.empty() ? nullptr : runningAlerts.back();
+    return runningAlerts.empty() ? nullptr : runningAlerts.back().alert;
 }
 
 void Alert::performClick(std::size_t buttonIndex)
@@ -166,8 +195,14 @@ void Alert::performClick(std::size_t buttonIndex)
 
 void cancelRunningAlerts()
 {
-    for (auto* alert : runningAlerts)
+    for (const auto& [alert, window] : runningAlerts)
         alert->performClick(titlesOf(*alert).size() - 1);
+}
+
+void bringAlertForward()
+{
+    if (!runningAlerts.empty())
+        desktop::presentAbove(runningAlerts.back().window);
 }
 
 } // namespace appkit

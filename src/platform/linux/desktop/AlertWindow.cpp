@@ -118,6 +118,17 @@ GtkWindow* makeAlertWindow(
     return window;
 }
 
+void presentAbove(GtkWindow* window)
+{
+    if (!isX11())
+        return gtk_window_present(window);
+    gtk_widget_realize(GTK_WIDGET(window));
+    X11Window x11(GTK_WIDGET(window));
+    // The click that led here may have gone to a panel, so GTK knows no recent enough time of its own.
+    gtk_window_present_with_time(window, x11.takeUserTime());
+    x11.setAbove(true);
+}
+
 void presentOver(GtkWindow* window, GtkWindow* parent)
 {
     if (!isX11() || !gtk_widget_get_mapped(GTK_WIDGET(parent)))

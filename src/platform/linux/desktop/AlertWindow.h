@@ -23,6 +23,9 @@ struct AlertContent {
 [[nodiscard]] GtkWindow* makeAlertWindow(
     const AlertContent& content, GtkWindow* parent, const std::function<void(std::size_t)>& answer);
 
+/// Shows the window before all others, those that float included, and gives it the keyboard.
+void presentAbove(GtkWindow* window);
+
 /// Shows the window in the middle of the parent, where a program may choose the place.
 void presentOver(GtkWindow* window, GtkWindow* parent);
 
