@@ -25,12 +25,14 @@ struct Visitor {
 };
 
 class AboutWindowTest : public testing::Test {
+public:
+    ~AboutWindowTest() override { close(window); }
+
 protected:
     AboutWindowTest()
     {
         EXPECT_TRUE(perchly::test::waitUntil([&] { return viewsIn(*window.lock()).back()->frame().size.width > 0; }));
     }
-    ~AboutWindowTest() override { close(window); }
 
     [[nodiscard]] std::weak_ptr<Window> show() const
     {

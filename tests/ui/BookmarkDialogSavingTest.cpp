@@ -49,9 +49,9 @@ TEST_F(BookmarkDialogSavingTest, StoresACustomAgentWithoutBlanksAtItsEnds)
 
 TEST_F(BookmarkDialogSavingTest, AddsWhatWasEntered)
 {
-    const auto before = foundation::Date::now();
+    foundation::Date answered;
 
-    add(save, [](const Dialog& dialog) {
+    add(save, [&](const Dialog& dialog) {
         dialog.title.setStringValue("News");
         dialog.address.setStringValue("https://news.example/today");
         dialog.symbol.setStringValue("newspaper");
@@ -59,6 +59,7 @@ TEST_F(BookmarkDialogSavingTest, AddsWhatWasEntered)
         dialog.size.selectItemAt(3);
         dialog.chooseAgent(chromeAgent);
         dialog.openInSystemBrowser.performClick();
+        answered = foundation::Date::now();
     });
 
     ASSERT_THAT(store().bookmarks(), SizeIs(2));
@@ -74,7 +75,7 @@ TEST_F(BookmarkDialogSavingTest, AddsWhatWasEntered)
         .menubarIconSize = 22 };
     EXPECT_EQ(added, expected);
     EXPECT_THAT(added.id, testing::MatchesRegex("[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}"));
-    EXPECT_GE(added.createdAt.timeIntervalSinceReferenceDate, before.timeIntervalSinceReferenceDate);
+    EXPECT_GE(added.createdAt.timeIntervalSinceReferenceDate, answered.timeIntervalSinceReferenceDate);
     EXPECT_LE(added.createdAt.timeIntervalSinceReferenceDate, foundation::Date::now().timeIntervalSinceReferenceDate);
     EXPECT_EQ(announcements, 1);
 }

@@ -6,7 +6,6 @@ namespace {
 
 using appkit::ControlState;
 using appkit::TextField;
-using perchly::Bookmark;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::StartsWith;

@@ -7,7 +7,6 @@
 
 namespace {
 
-using appkit::AlertStyle;
 using perchly::tests::BookmarkJson;
 using perchly::tests::documentOf;
 using testing::ElementsAre;

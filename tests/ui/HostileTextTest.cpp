@@ -47,6 +47,7 @@ protected:
     [[nodiscard]] static std::vector<Bookmark> bookmarksOf(const std::vector<std::string>& texts)
     {
         std::vector<Bookmark> bookmarks;
+        bookmarks.reserve(texts.size());
         for (const auto& text : texts)
             bookmarks.push_back(bookmarkNamed(text, text));
         return bookmarks;
@@ -74,7 +75,8 @@ TEST_F(HostileTextTest, CellsShowItAsItIs)
 
 TEST_F(HostileTextTest, CellsShowAMegabyteAndTheListGoesOn)
 {
-    const std::vector<std::string> texts { std::string(1'000'000, 'x'), repeated("word ", 200'000), "last" };
+    const std::vector<std::string> texts { std::string(1'000'000, 'x'), repeated("word ", 200'000),
+        std::string(1'000'000, '\n'), std::string(1'000'000, '\0'), "last" };
     removeAll();
     add(bookmarksOf(texts));
     perchly::test::handlePendingEvents();
@@ -86,6 +88,21 @@ TEST_F(HostileTextTest, CellsShowAMegabyteAndTheListGoesOn)
     EXPECT_TRUE(store().bookmarks().back().isPinned);
     search("x");
     EXPECT_EQ(table().numberOfRows(), 1U);
+}
+
+TEST_F(HostileTextTest, CellsShowOneLineWhateverIsInIt)
+{
+    const std::vector<std::string> texts { "plain", "one\ntwo\r\nthree", "\n\n\nlate", "one\u2028two\u2029three" };
+    removeAll();
+    add(bookmarksOf(texts));
+
+    const auto heightOf = [this](std::size_t row) {
+        const auto cell = std::dynamic_pointer_cast<appkit::TableCellView>(table().viewAt(titleColumn, row, true));
+        return cell->textField()->frame().size.height;
+    };
+    ASSERT_TRUE(perchly::test::waitUntil([&] { return heightOf(0) > 0; }));
+    for (std::size_t row = 1; row < texts.size(); ++row)
+        EXPECT_EQ(heightOf(row), heightOf(0)) << row;
 }
 
 TEST_F(HostileTextTest, TheQuestionBeforeADeletionShowsItAsItIs)
@@ -137,6 +154,24 @@ TEST_F(HostileTextTest, TheDialogKeepsItButForBlanksAtItsEnds)
         EXPECT_EQ(entered->title, text);
         EXPECT_EQ(entered->url, text);
     }
+}
+
+TEST_F(HostileTextTest, TheDialogKeepsWhatEndsATextInC)
+{
+    const std::string text("before\0after", 12);
+    foundation::dispatchMainAsync([&text] {
+        ASSERT_NE(Alert::running(), nullptr);
+        const auto& views = Alert::running()->accessoryView->subviews();
+        EXPECT_EQ(std::dynamic_pointer_cast<TextField>(views.at(1))->stringValue(), text);
+        std::dynamic_pointer_cast<TextField>(views.at(3))->setStringValue("typed.example");
+        Alert::running()->performClick(0);
+    });
+
+    const auto entered = perchly::askForBookmark(bookmarkNamed(text, text));
+
+    ASSERT_TRUE(entered);
+    EXPECT_EQ(entered->title, text);
+    EXPECT_EQ(entered->url, "typed.example");
 }
 
 } // namespace

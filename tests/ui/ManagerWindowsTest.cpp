@@ -30,7 +30,6 @@ using perchly::Bookmark;
 using perchly::BookmarkListViewController;
 using perchly::BookmarkManager;
 using perchly::SettingsViewController;
-using testing::SizeIs;
 
 /// The windows that the menu opens, of a user who has never started the program.
 class ManagerWindowsTest : public testing::Test {

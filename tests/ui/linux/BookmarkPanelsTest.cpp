@@ -15,14 +15,14 @@ using perchly::BookmarkCollection;
 using perchly::test::toolkitFunction;
 using perchly::test::waitUntil;
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 /// The windows that the list's buttons open, as its user meets them. Without a portal these are the toolkit's own.
 class BookmarkPanelsTest : public BookmarkListTest {
-protected:
+public:
     ~BookmarkPanelsTest() override { appkit::cancelFilePanels(); }
 
+protected:
     /// The window on the screen for which that holds, or null.
     template <class Condition>
     [[nodiscard]] static GtkWindow* shownWindow(Condition condition)
