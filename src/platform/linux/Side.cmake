@@ -26,6 +26,7 @@ target_sources(perchly_platform PRIVATE
   linux/desktop/Monitors.cpp
   linux/desktop/Pointer.cpp
   linux/desktop/Shortcut.cpp
+  linux/desktop/ShownText.cpp
   linux/desktop/StackContainer.cpp
   linux/desktop/SymbolPaintable.cpp
   linux/desktop/Toolkit.cpp

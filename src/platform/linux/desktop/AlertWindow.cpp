@@ -3,6 +3,7 @@
 #include "platform/linux/desktop/FirstResponder.h"
 #include "platform/linux/desktop/FrontWindow.h"
 #include "platform/linux/desktop/GObject.h"
+#include "platform/linux/desktop/ShownText.h"
 #include "platform/linux/desktop/Toolkit.h"
 #include "platform/linux/desktop/X11Window.h"
 
@@ -11,10 +12,12 @@ namespace {
 
 constexpr auto margin = 24;
 constexpr auto widestLine = 48; // characters
+/// What a window has room for on any screen.
+constexpr TextLimit longestText { .characters = 500, .lines = 10 };
 
 GtkWidget* makeLabel(const std::string& text, const char* styleClass)
 {
-    auto* label = gtk_label_new(text.c_str());
+    auto* label = gtk_label_new(shownText(text, longestText).c_str());
     gtk_label_set_wrap(GTK_LABEL(label), TRUE);
     gtk_label_set_wrap_mode(GTK_LABEL(label), PANGO_WRAP_WORD_CHAR);
     gtk_label_set_max_width_chars(GTK_LABEL(label), widestLine);
@@ -88,7 +91,7 @@ GtkWindow* makeAlertWindow(
     const AlertContent& content, GtkWindow* parent, const std::function<void(std::size_t)>& answer)
 {
     auto* window = makeWindow();
-    gtk_window_set_title(window, content.message.c_str());
+    gtk_window_set_title(window, shownText(content.message, longestText).c_str());
     gtk_window_set_resizable(window, FALSE);
     gtk_window_set_modal(window, TRUE);
     gtk_window_set_transient_for(window, parent);

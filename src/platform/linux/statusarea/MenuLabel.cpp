@@ -1,14 +1,14 @@
 #include "platform/linux/statusarea/MenuLabel.h"
 
 #include "platform/linux/desktop/GObject.h"
+#include "platform/linux/desktop/ShownText.h"
 
 #include <algorithm>
 
 namespace desktop {
 namespace {
 
-constexpr auto mostCharacters = 60;
-constexpr auto ellipsis = "\u2026";
+constexpr TextLimit longestRow { .characters = 60 };
 constexpr auto noBreakBlank = "\u00a0";
 
 /// Also what ends a text in C, and what ends a line in Unicode.
@@ -30,25 +30,17 @@ std::string inOneLine(const char* text)
     return line;
 }
 
-std::string shortened(std::string line)
-{
-    if (g_utf8_strlen(line.c_str(), -1) <= mostCharacters)
-        return line;
-    const auto* end = g_utf8_offset_to_pointer(line.c_str(), mostCharacters - 1);
-    return std::string(line.c_str(), end) + ellipsis;
-}
-
 } // namespace
 
 std::string menuLabel(std::string title)
 {
     std::ranges::replace(title, '\0', ' ');
     const GLibPointer<> valid(g_utf8_make_valid(title.data(), static_cast<gssize>(title.size())));
-    auto line = inOneLine(valid.get());
+    const auto line = inOneLine(valid.get());
     // A row without a letter would have no height on some desktops.
     if (line.find_first_not_of(' ') == std::string::npos)
         return noBreakBlank;
-    return shortened(std::move(line));
+    return shownText(line, longestRow);
 }
 
 } // namespace desktop
