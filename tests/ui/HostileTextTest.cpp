@@ -100,7 +100,7 @@ TEST_F(HostileTextTest, CellsShowOneLineWhateverIsInIt)
         const auto cell = std::dynamic_pointer_cast<appkit::TableCellView>(table().viewAt(titleColumn, row, true));
         return cell->textField()->frame().size.height;
     };
-    ASSERT_TRUE(perchly::test::waitUntil([&] { return heightOf(0) > 0; }));
+    ASSERT_TRUE(perchly::test::waitUntil([&] { return heightOf(0) > 0 && heightOf(3) > 0; }));
     for (std::size_t row = 1; row < texts.size(); ++row)
         EXPECT_EQ(heightOf(row), heightOf(0)) << row;
 }

@@ -23,6 +23,13 @@ const TextField* textFieldOf(const std::shared_ptr<View>& view)
     return cell ? cell->textField().get() : nullptr;
 }
 
+/// As much of it as can be seen.
+std::string shownBy(const TextField& field)
+{
+    auto* widget = widgetOf(field);
+    return GTK_IS_LABEL(widget) ? gtk_label_get_text(GTK_LABEL(widget)) : field.stringValue();
+}
+
 void setName(GtkWidget* widget, const std::string& name)
 {
     gtk_accessible_update_property(GTK_ACCESSIBLE(widget), GTK_ACCESSIBLE_PROPERTY_LABEL, name.c_str(), -1);
@@ -33,7 +40,7 @@ std::string textsOf(const std::vector<std::shared_ptr<View>>& views)
     std::string texts;
     for (const auto& view : views) {
         if (const auto* field = textFieldOf(view))
-            texts += (texts.empty() ? "" : ", ") + field->stringValue();
+            texts += (texts.empty() ? "" : ", ") + shownBy(*field);
     }
     return texts;
 }
@@ -119,7 +126,7 @@ void TableCells::fillCell(GtkWidget* cell, std::size_t column, const std::shared
 {
     desktop::setCellContent(cell, view ? widgetOf(*view) : nullptr);
     const auto* field = textFieldOf(view);
-    setName(cell, field ? field->stringValue() : view_.tableColumns()[column].title);
+    setName(cell, field ? shownBy(*field) : view_.tableColumns()[column].title);
 }
 
 TableCells::Views TableCells::askForViews(const desktop::TableRow& row)

@@ -3,6 +3,7 @@
 #include "platform/linux/appkit/ColorNative.h"
 #include "platform/linux/appkit/FontNative.h"
 #include "platform/linux/appkit/ViewNative.h"
+#include "platform/linux/desktop/ShownText.h"
 
 #include <array>
 
@@ -54,6 +55,25 @@ bool clearSearch(GtkWidget* widget)
         return false;
     gtk_editable_set_text(GTK_EDITABLE(widget), "");
     return true;
+}
+
+/// More than a column of any screen has room for.
+constexpr desktop::TextLimit longestLine { .characters = 1000 };
+
+/// A text of which the widget shows something else.
+struct HiddenText {
+    std::string text;
+    std::string shown;
+};
+
+std::string shownBy(GtkWidget* widget)
+{
+    return GTK_IS_LABEL(widget) ? gtk_label_get_text(GTK_LABEL(widget)) : gtk_editable_get_text(GTK_EDITABLE(widget));
+}
+
+bool isTruncating(GtkWidget* widget)
+{
+    return GTK_IS_LABEL(widget) && gtk_label_get_ellipsize(GTK_LABEL(widget)) != PANGO_ELLIPSIZE_NONE;
 }
 
 using Connections = std::vector<desktop::SignalConnection>;
@@ -138,19 +158,25 @@ void TextField::setAlignment(TextAlignment alignment)
 
 void TextField::setLineBreakMode(LineBreakMode mode)
 {
-    const auto isTruncating = mode == LineBreakMode::ByTruncatingTail;
-    gtk_label_set_ellipsize(GTK_LABEL(widgetOf(*this)), isTruncating ? PANGO_ELLIPSIZE_END : PANGO_ELLIPSIZE_NONE);
-    gtk_widget_set_overflow(widgetOf(*this), isTruncating ? GTK_OVERFLOW_VISIBLE : GTK_OVERFLOW_HIDDEN);
+    const auto text = stringValue();
+    const auto truncates = mode == LineBreakMode::ByTruncatingTail;
+    gtk_label_set_ellipsize(GTK_LABEL(widgetOf(*this)), truncates ? PANGO_ELLIPSIZE_END : PANGO_ELLIPSIZE_NONE);
+    gtk_label_set_single_line_mode(GTK_LABEL(widgetOf(*this)), truncates);
+    gtk_widget_set_overflow(widgetOf(*this), truncates ? GTK_OVERFLOW_VISIBLE : GTK_OVERFLOW_HIDDEN);
+    setStringValue(text);
 }
 
 void TextField::setStringValue(std::string_view text)
 {
-    if (auto* widget = widgetOf(*this); GTK_IS_LABEL(widget))
-        return gtk_label_set_text(GTK_LABEL(widget), std::string(text).c_str());
-    auto* editable = GTK_EDITABLE(widgetOf(*this));
+    auto* widget = widgetOf(*this);
+    const auto shown = desktop::shownText(text, isTruncating(widget) ? longestLine : desktop::TextLimit {});
+    native().helper = shown == text ? nullptr : std::make_shared<HiddenText>(std::string(text), shown);
+    if (GTK_IS_LABEL(widget))
+        return gtk_label_set_text(GTK_LABEL(widget), shown.c_str());
+    auto* editable = GTK_EDITABLE(widget);
     const desktop::SignalBlock nobodyTypes(native().typing);
     const auto wasSelected = isWhollySelected(editable);
-    gtk_editable_set_text(editable, std::string(text).c_str());
+    gtk_editable_set_text(editable, shown.c_str());
     // Who was about to type over the old text is about to type over the new one.
     if (wasSelected)
         gtk_editable_select_region(editable, -1, 0); // its beginning stays in sight
@@ -158,9 +184,10 @@ void TextField::setStringValue(std::string_view text)
 
 std::string TextField::stringValue() const
 {
-    if (auto* widget = widgetOf(*this); GTK_IS_LABEL(widget))
-        return gtk_label_get_text(GTK_LABEL(widget));
-    return gtk_editable_get_text(GTK_EDITABLE(widgetOf(*this)));
+    auto shown = shownBy(widgetOf(*this));
+    // What the user has typed stands for itself.
+    const auto* hidden = static_cast<const HiddenText*>(native().helper.get());
+    return hidden && hidden->shown == shown ? hidden->text : shown;
 }
 
 void TextField::selectText()

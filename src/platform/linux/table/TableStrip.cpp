@@ -173,6 +173,7 @@ void addHeaderTitle(GtkWidget* header, const char* title)
 GtkWidget* addCell(GtkWidget* row)
 {
     auto* cell = GTK_WIDGET(g_object_new(cellType(), nullptr));
+    gtk_widget_set_overflow(cell, GTK_OVERFLOW_HIDDEN);
     gtk_widget_insert_before(cell, row, nullptr);
     tellColumn(cell);
     return cell;

@@ -86,6 +86,8 @@ void TextField::setAlignment(TextAlignment alignment)
 
 void TextField::setLineBreakMode(LineBreakMode mode)
 {
+    // What is cut short is one line, whatever is in it.
+    nativeView<NSTextField>(*this).usesSingleLineMode = mode == LineBreakMode::ByTruncatingTail;
     nativeView<NSTextField>(*this).lineBreakMode
         = mode == LineBreakMode::ByTruncatingTail ? NSLineBreakByTruncatingTail : NSLineBreakByClipping;
 }
