@@ -1,3 +1,4 @@
+#include "pinned/PinnedBookmarkMenu.h"
 #include "platform/appkit/Alert.h"
 #include "platform/appkit/PopUpButton.h"
 #include "platform/appkit/TextField.h"
@@ -241,6 +242,40 @@ TEST_F(CustomIconDialogTest, SavesOverWhatChangedWhileItWasOpen)
     });
 
     EXPECT_EQ(storedLike(bookmark).title, "This");
+}
+
+TEST_F(CustomIconDialogTest, NothingElseOfTheItemsStartsWhileItRuns)
+{
+    const auto other = added(bookmarkNamed("Another"));
+    announcements = 0;
+    answer(cancel, [&](const Dialog& dialog) {
+        for (const auto& clicked : { bookmark, other })
+            manager->statusItemClicked(*buttonOf(clicked));
+        using Manager = perchly::PinnedBookmarkManager;
+        for (const auto operation : { &Manager::detachWindow, &Manager::toggleReloadOnOpen, &Manager::toggleAlwaysOnTop,
+                 &Manager::togglePrefersDetached, &Manager::toggleOpenInSystemBrowser, &Manager::editCustomIcon,
+                 &Manager::togglePinnedStatus, &Manager::removeFromMenubar }) {
+            auto row = rowCarrying(other);
+            (*manager.*operation)(row);
+            EXPECT_EQ(Alert::running(), &dialog.alert);
+        }
+        auto agentRow = rowCarrying(perchly::UserAgentChoice { other, "Mine" });
+        manager->changeUserAgent(agentRow);
+        auto sizeRow = rowCarrying(perchly::IconSizeChoice { other, 22 });
+        manager->changeIconSize(sizeRow);
+    });
+
+    EXPECT_EQ(announcements, 0);
+    EXPECT_EQ(storedLike(other), other);
+    EXPECT_TRUE(delegate->opened.empty());
+    EXPECT_TRUE(delegate->detached.empty());
+    EXPECT_TRUE(delegate->levelled.empty());
+
+    auto row = rowCarrying(other);
+    manager->togglePinnedStatus(row);
+    manager->statusItemClicked(*buttonOf(other));
+    EXPECT_TRUE(storedLike(other).isPinned);
+    EXPECT_THAT(delegate->opened, SizeIs(1));
 }
 
 TEST_F(CustomIconDialogTest, SavingABookmarkDeletedMeanwhileOnlyAnnounces)

@@ -22,8 +22,13 @@ struct Alert::Native {
 
 namespace {
 
+struct RunningAlert {
+    Alert* alert;
+    GtkWindow* window;
+};
+
 /// The latest last.
-std::vector<Alert*> runningAlerts;
+std::vector<RunningAlert> runningAlerts;
 
 GtkWindow* activeWindow()
 {
@@ -50,7 +55,7 @@ std::size_t Alert::runModal()
     auto* window = desktop::makeAlertWindow({ messageText, informativeText, titles, accessory }, activeWindow(),
         [&native](std::size_t buttonIndex) { native.end(buttonIndex); });
     gtk_window_present(window);
-    runningAlerts.push_back(this);
+    runningAlerts.push_back({ this, window });
     g_main_loop_run(native.loop);
     runningAlerts.pop_back();
     // Its owner may still want to read it.
@@ -64,7 +69,7 @@ std::size_t Alert::runModal()
 
 Alert* Alert::running()
 {
-    return runningAlerts.empty() ? nullptr : runningAlerts.back();
+    return runningAlerts.empty() ? nullptr : runningAlerts.back().alert;
 }
 
 void Alert::performClick(std::size_t buttonIndex)
@@ -75,8 +80,14 @@ void Alert::performClick(std::size_t buttonIndex)
 
 void cancelRunningAlerts()
 {
-    for (auto* alert : runningAlerts)
+    for (const auto& [alert, window] : runningAlerts)
         alert->performClick(std::max<std::size_t>(alert->buttonTitles.size(), 1) - 1);
+}
+
+void bringAlertForward()
+{
+    if (!runningAlerts.empty())
+        gtk_window_present(runningAlerts.back().window);
 }
 
 } // namespace appkit

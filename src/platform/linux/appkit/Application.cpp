@@ -130,6 +130,8 @@ std::optional<Event> Application::currentEvent() const
 void Application::activateIgnoringOtherApps()
 {
     // There is no active application on these desktops, only active windows, and each of ours asks for it when shown.
+    // What is left is the one window that the others wait for.
+    bringAlertForward();
 }
 
 void Application::terminate()
