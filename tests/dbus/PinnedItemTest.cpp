@@ -417,6 +417,22 @@ TEST_F(PinnedItemTest, ANewLookEndsTheBlankOneBeforeItIsSeen)
     EXPECT_THAT(monitor.messagesFrom(connectionOf(bookmark)), IsEmpty());
 }
 
+TEST_F(PinnedItemTest, ATextOfAnyLengthIsDrawn)
+{
+    for (const auto* letters : { "é", "日", "🚀" }) {
+        auto bookmark = bookmarkNamed("This");
+        bookmark.sfSymbolName.emplace();
+        for (auto count = 0; count < 1 << 20; ++count)
+            *bookmark.sfSymbolName += letters;
+        shown(bookmark);
+
+        EXPECT_NE(property(bookmark, "IconPixmap"), noPixmaps) << letters;
+
+        remove(bookmark);
+        ASSERT_TRUE(waitUntil([&] { return watcher_.items().empty(); }));
+    }
+}
+
 TEST_F(PinnedItemTest, AnItemThatIsBlankFromTheStartIsThere)
 {
     auto bookmark = withFavicon("This");

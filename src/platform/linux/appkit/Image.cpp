@@ -199,8 +199,10 @@ std::shared_ptr<desktop::Picture> pictureOf(const Image& image)
 std::shared_ptr<desktop::Picture> pictureOf(const std::string& text, const Font& font)
 {
     using Subject = desktop::Picture::Subject;
-    return desktop::Picture::of(
-        { Subject::Kind::Text, text, desktop::templateColour, percentOf(font.pointSize), weightOf(font) });
+    // Users enter texts of any length, of which no more is drawn.
+    constexpr std::size_t mostBytes = 512;
+    return desktop::Picture::of({ Subject::Kind::Text, text.substr(0, mostBytes), desktop::templateColour,
+        percentOf(font.pointSize), weightOf(font) });
 }
 
 ThemedIcon themedIconOf(const Image& image)
