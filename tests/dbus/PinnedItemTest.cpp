@@ -3,6 +3,10 @@
 #include "Monitor.h"
 #include "ui/PinnedTest.h"
 
+#include <atomic>
+#include <filesystem>
+#include <set>
+
 namespace {
 
 using perchly::Bookmark;
@@ -415,6 +419,32 @@ TEST_F(PinnedItemTest, ANewLookEndsTheBlankOneBeforeItIsSeen)
     ASSERT_TRUE(waitUntil([&] { return std::chrono::steady_clock::now() > end; }));
 
     EXPECT_THAT(monitor.messagesFrom(connectionOf(bookmark)), IsEmpty());
+}
+
+TEST_F(PinnedItemTest, ADrawingThatChangesLeavesNoFilesBehind)
+{
+    auto drawings = std::make_shared<std::atomic<int>>(0);
+    server.setHandler([drawings](const auto&) {
+        const auto width = std::to_string(++*drawings % 8 + 1);
+        return perchly::test::Response { .body
+            = "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 8 8'><rect width='" + width
+                + "' height='8'/></svg>",
+            .contentType = "image/svg+xml" };
+    });
+    auto bookmark = withFavicon("This");
+    bookmark.iconURL = server.url("/icon.svg");
+    shown(bookmark);
+    shown(withFavicon("Another"));
+    std::set<std::string> names;
+    for (auto time = 0; time < 4; ++time) {
+        ASSERT_TRUE(waitUntil([&] { return names.insert(property(bookmark, "IconName")).second; }));
+        announce();
+    }
+    remove(bookmark);
+    ASSERT_TRUE(waitUntil([&] { return watcher_.items().size() == 1; }));
+
+    const auto folder = std::filesystem::path(std::getenv("XDG_CACHE_HOME")) / "Perchly" / "icons";
+    EXPECT_TRUE(waitUntil([&] { return std::filesystem::is_empty(folder); }));
 }
 
 TEST_F(PinnedItemTest, ATextOfAnyLengthIsDrawn)

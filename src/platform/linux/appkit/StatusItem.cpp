@@ -50,9 +50,9 @@ desktop::StatusNotifierItem::Appearance lookOf(const StatusBarButton& button)
     if (!image && button.title().empty())
         return {};
     if (!image)
-        return { {}, {}, {}, pictureOf(button.title(), button.font()), {} };
+        return { {}, {}, {}, {}, pictureOf(button.title(), button.font()), {} };
     auto icon = themedIconOf(*image);
-    return { std::move(icon.name), std::move(icon.folder), {}, pictureOf(*image), {} };
+    return { std::move(icon.name), std::move(icon.folder), std::move(icon.file), {}, pictureOf(*image), {} };
 }
 
 void logOnce(const std::string& line)
