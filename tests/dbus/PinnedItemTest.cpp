@@ -327,6 +327,36 @@ TEST_F(PinnedItemTest, ManyAtOnceComeInTheOrderOfTheBookmarks)
     EXPECT_EQ(titles, expected);
 }
 
+TEST_F(PinnedItemTest, AChoiceFromAMenuThatWasNeverToldToOpenSavesOverNothing)
+{
+    auto bookmark = shown(bookmarkNamed("This"));
+    const GtkHost host(connectionOf(bookmark), "/MenuBar");
+    // As a browser's size is, which nobody announces.
+    bookmark.preferredWidth = 512;
+    bookmark.preferredHeight = 640;
+    store().updateBookmark(bookmark);
+
+    choose(host, "Pin to Quick Access");
+
+    bookmark.isPinned = true;
+    EXPECT_EQ(storedLike(bookmark), bookmark);
+}
+
+TEST_F(PinnedItemTest, AChoiceFromAMenuThatIsOpenSavesItAsItWasWhenItOpened)
+{
+    auto bookmark = shown(bookmarkNamed("This"));
+    GtkHost host(connectionOf(bookmark), "/MenuBar");
+    host.openMenu();
+    auto changed = bookmark;
+    changed.preferredWidth = 512;
+    store().updateBookmark(changed);
+
+    choose(host, "Pin to Quick Access");
+
+    bookmark.isPinned = true;
+    EXPECT_EQ(storedLike(bookmark), bookmark);
+}
+
 TEST_F(PinnedItemTest, ARowThatTakesItsItemAwayIsAnsweredAllTheSame)
 {
     const auto bookmark = bookmarkNamed("This");
