@@ -108,7 +108,9 @@ TEST_F(CustomIconDialogTest, HasFieldsOfThatSizeOneBelowTheOther)
         };
         EXPECT_TRUE(perchly::test::waitUntil(isLaidOut));
         EXPECT_EQ(dialog.alert.accessoryView->frame().size.width, 300);
-        EXPECT_GE(dialog.symbol.frame().size.height, fieldSize.height);
+        EXPECT_EQ(dialog.alert.accessoryView->frame().size.height, 160);
+        for (const auto* control : controls)
+            EXPECT_EQ(control->frame().size.height, fieldSize.height);
         for (std::size_t index = 1; index < dialog.views.size(); ++index)
             EXPECT_LT(dialog.views[index]->frame().origin.y, dialog.views[index - 1]->frame().origin.y) << index;
     });
