@@ -4,6 +4,8 @@
 #include "platform/appkit/Image.h"
 #include "platform/linux/desktop/GObject.h"
 #include "support/MainLoop.h"
+#include "support/TestServer.h"
+#include "support/UserFolders.h"
 #include "support/linux/ChildProcesses.h"
 
 #include <gmock/gmock.h>
@@ -148,6 +150,52 @@ TEST(DecodedPictureTest, ADrawingSeesNoOtherFile)
 
     EXPECT_GT(picture.at(32, 8).green, 150);
     EXPECT_EQ(picture.at(32, 40).alpha, 0);
+}
+
+/// What the drawing shows of the other one that it refers to in that way: the other covers the lower half. Nothing
+/// where the reference makes it no drawing at all.
+int foreignInk(const std::string& declarations, const std::string& contents)
+{
+    const auto decoded = decodePicture("<?xml version='1.0'?>" + declarations
+        + "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xi='http://www.w3.org/2001/XInclude'"
+          " xmlns:xlink='http://www.w3.org/1999/xlink' viewBox='0 0 8 8'>"
+          "<rect width='8' height='2' fill='#00c000'/>"
+        + contents + "</svg>");
+    if (!decoded)
+        return 0;
+    const auto picture = drawnLarge({ Picture::Subject::Kind::Data, decoded->png, "", 100 });
+    EXPECT_GT(picture.at(32, 8).green, 150) << contents;
+    return picture.at(32, 48).alpha;
+}
+
+TEST(DecodedPictureTest, ADrawingSeesNoOtherFileByWhateverWay)
+{
+    const perchly::test::UserFolders folders;
+    const auto folder = std::filesystem::path(std::getenv("XDG_DATA_HOME"));
+    std::ofstream(folder / "other.svg") << "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 8 8'>"
+                                           "<g id='a'><rect y='4' width='8' height='4'/></g></svg>";
+    std::ofstream(folder / "element.xml") << "<rect xmlns='http://www.w3.org/2000/svg' y='4' width='8' height='4'/>";
+    std::ofstream(folder / "style.css") << "#late { visibility: visible }";
+    perchly::test::TestServer server;
+    server.serve("/other.svg",
+        { .body = "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 8 8'>"
+                  "<g id='a'><rect y='4' width='8' height='4'/></g></svg>",
+            .contentType = "image/svg+xml" });
+    server.serve("/style.css", { .body = "#late { visibility: visible }", .contentType = "text/css" });
+    const auto file = "file://" + folder.string() + "/";
+    const std::string late = "<rect id='late' y='4' width='8' height='4' visibility='hidden'/>";
+
+    for (const auto& base : { file, folder.string() + "/", server.url("/") }) {
+        EXPECT_EQ(foreignInk("", "<image width='8' height='8' href='" + base + "other.svg'/>"), 0);
+        EXPECT_EQ(foreignInk("", "<use href='" + base + "other.svg#a'/>"), 0);
+        EXPECT_EQ(foreignInk("", "<use xlink:href='" + base + "other.svg#a'/>"), 0);
+        EXPECT_EQ(foreignInk("", "<xi:include href='" + base + "element.xml'/>"), 0);
+        EXPECT_EQ(foreignInk("<!DOCTYPE svg [<!ENTITY other SYSTEM '" + base + "element.xml'>]>", "&other;"), 0);
+        EXPECT_EQ(foreignInk("", "<style>@import url('" + base + "style.css');</style>" + late), 0);
+        EXPECT_EQ(foreignInk("<?xml-stylesheet type='text/css' href='" + base + "style.css'?>", late), 0);
+    }
+    EXPECT_TRUE(server.requests().empty());
+    EXPECT_GT(foreignInk("", "<style>#late { visibility: visible }</style>" + late), 200);
 }
 
 /// Elements that stand for ten of the ones before, nine times over.

@@ -199,6 +199,11 @@ TEST_F(URLSessionTest, ARefusedConnectionIsAnError)
     EXPECT_THAT(errorOf(download(address)), Not(IsEmpty()));
 }
 
+TEST_F(URLSessionTest, AServerHasAMinuteUnlessAskedOtherwise)
+{
+    EXPECT_EQ(requestFor(server.url("/")).timeoutInterval, seconds(60));
+}
+
 TEST_F(URLSessionTest, AServerThatNeverAnswersIsGivenUp)
 {
     server.serve("/never", { .body = "late", .hold = Hold::BeforeHead });
