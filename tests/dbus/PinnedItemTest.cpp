@@ -1,11 +1,14 @@
 #include "FakeHosts.h"
 #include "FakeWatcher.h"
 #include "Monitor.h"
+#include "platform/linux/appkit/StatusBarButtonNative.h"
 #include "ui/PinnedTest.h"
+#include "unit/CapturedStandardError.h"
 
 #include <atomic>
 #include <filesystem>
 #include <set>
+#include <thread>
 
 namespace {
 
@@ -449,6 +452,63 @@ TEST_F(PinnedItemTest, ANewLookEndsTheBlankOneBeforeItIsSeen)
     ASSERT_TRUE(waitUntil([&] { return std::chrono::steady_clock::now() > end; }));
 
     EXPECT_THAT(monitor.messagesFrom(connectionOf(bookmark)), IsEmpty());
+}
+
+TEST_F(PinnedItemTest, AnIconWithoutAnEndLeavesTheItemBlankAndAnswered)
+{
+    constexpr auto mebibyte = std::size_t { 1 } << 20U;
+    server.serve("/large.png", { .body = std::string(50 * mebibyte, 'x'), .contentType = "image/png" });
+    server.serve("/endless.png", { .body = std::string(mebibyte, 'x'), .contentType = "image/png", .isEndless = true });
+    server.serve("/never.png", { .hold = Hold::BeforeHead });
+    const perchly::tests::CapturedStandardError captured;
+    const auto withIcon = [&](const std::string& name) {
+        auto bookmark = withFavicon(name);
+        bookmark.iconURL = server.url("/" + name + ".png");
+        return shown(bookmark);
+    };
+    const auto large = withIcon("large");
+    const auto endless = withIcon("endless");
+    const auto never = withIcon("never");
+    ASSERT_TRUE(isAskedFor("/never.png"));
+
+    auto longest = std::chrono::steady_clock::duration::zero();
+    const auto isTold = [&] {
+        const auto start = std::chrono::steady_clock::now();
+        for (const auto& bookmark : { large, endless, never })
+            EXPECT_EQ(property(bookmark, "IconPixmap"), noPixmaps);
+        longest = std::max(longest, std::chrono::steady_clock::now() - start);
+        const auto text = captured.text();
+        return text.find("load error for large: The download is too large") != std::string::npos
+            && text.find("load error for endless: The download is too large") != std::string::npos;
+    };
+    EXPECT_TRUE(waitUntil(isTold)) << captured.text();
+
+    EXPECT_LT(longest, std::chrono::seconds(1));
+    click(never, "Activate");
+    EXPECT_TRUE(waitUntil([&] { return delegate->opened.size() == 1; }));
+}
+
+TEST_F(PinnedItemTest, ADownloadedIconIsSetOnTheMainThread)
+{
+    server.serve("/icon.svg",
+        { .body = "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 8 8'><rect width='8' height='8'/></svg>",
+            .contentType = "image/svg+xml",
+            .hold = Hold::BeforeHead });
+    auto bookmark = withFavicon("This");
+    bookmark.iconURL = server.url("/icon.svg");
+    shown(bookmark);
+    std::vector<std::thread::id> threads;
+    auto& changed = buttonOf(bookmark)->native().changed;
+    changed = [&threads, tell = changed] {
+        threads.push_back(std::this_thread::get_id());
+        tell();
+    };
+
+    server.release("/icon.svg");
+
+    ASSERT_TRUE(waitUntil([&] { return buttonOf(bookmark)->image() != nullptr; }));
+    EXPECT_THAT(threads, Not(IsEmpty()));
+    EXPECT_THAT(threads, Each(std::this_thread::get_id()));
 }
 
 TEST_F(PinnedItemTest, ADrawingThatChangesLeavesNoFilesBehind)
