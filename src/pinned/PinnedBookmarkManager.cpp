@@ -70,6 +70,12 @@ void PinnedBookmarkManager::start()
     syncStatusItems();
 }
 
+void PinnedBookmarkManager::setDelegate(std::weak_ptr<PinnedBookmarkManagerDelegate> delegate)
+{
+    foundation::assertMainThread();
+    delegate_ = std::move(delegate);
+}
+
 void PinnedBookmarkManager::bookmarksDidChange()
 {
     foundation::assertMainThread();
@@ -147,6 +153,7 @@ void PinnedBookmarkManager::applyIcon(StatusBarButton& button, const Bookmark& b
 
 std::shared_ptr<StatusBarButton> PinnedBookmarkManager::buttonFor(std::string_view bookmarkId) const
 {
+    foundation::assertMainThread();
     const auto item = statusItems_.find(bookmarkId);
     return item == statusItems_.end() ? nullptr : item->second->button();
 }

@@ -28,7 +28,7 @@ public:
     [[nodiscard]] static std::shared_ptr<PinnedBookmarkManager> create();
 
     /// Held weakly; without one, clicks that need it do nothing.
-    void setDelegate(std::weak_ptr<PinnedBookmarkManagerDelegate> delegate) { delegate_ = std::move(delegate); }
+    void setDelegate(std::weak_ptr<PinnedBookmarkManagerDelegate> delegate);
 
     void syncStatusItems();
 
