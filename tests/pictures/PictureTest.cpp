@@ -165,12 +165,24 @@ TEST(PictureTest, ASmallPictureKeepsItsPixelsWhereThatMakesNoGreatDifference)
 {
     const auto pictures = drawn(data("small.gif", 84));
 
-    ASSERT_EQ(pictures.size(), 6U);
+    ASSERT_EQ(pictures.size(), 4U);
     EXPECT_EQ(pictures[0].columns().length(), 16);
     EXPECT_EQ(pictures[1].columns().length(), 16);
     EXPECT_EQ(pictures[1].at(3, 3).alpha, 255);
     EXPECT_EQ(pictures[1].at(2, 2).alpha, 0);
-    EXPECT_NEAR(pictures[5].columns().length(), 54, 2);
+    EXPECT_NEAR(pictures[3].columns().length(), 27, 2);
+}
+
+TEST(PictureTest, APictureIsNotEnlargedBeyondTwice)
+{
+    const auto sizes = [](const Picture::Subject& subject) {
+        std::vector<int> all;
+        for (const auto& picture : drawn(subject))
+            all.push_back(picture.size());
+        return all;
+    };
+    EXPECT_THAT(sizes(data("small.gif")), testing::ElementsAre(16, 22, 24, 32));
+    EXPECT_THAT(sizes(data("drawing.svg")), testing::ElementsAre(16, 22, 24, 32, 48, 64));
 }
 
 TEST(PictureTest, TheSameContentsAreTheSamePicture)
