@@ -19,7 +19,7 @@ using perchly::test::drawnLarge;
 
 /// What Perchly itself shows.
 constexpr const char* usedNames[] = { "arrow.clockwise", "chevron.left", "chevron.right", "globe", "minus.circle",
-    "pin.fill", "plus.circle", "safari" };
+    "pin", "pin.fill", "plus.circle", "safari" };
 
 std::vector<std::pair<std::string, std::string>> aliases()
 {
