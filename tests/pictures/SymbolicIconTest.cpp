@@ -67,6 +67,24 @@ TEST_F(SymbolicIconTest, AConfiguredSymbolIsAnIconWithRoomAroundIt)
     EXPECT_NEAR(drawing(icon).columns().first, 63 - drawing(icon).columns().last, 2);
 }
 
+TEST_F(SymbolicIconTest, NoTwoSizesThatUsersChooseFromAreAlike)
+{
+    for (const auto side : { 16, 22, 24, 32, 48, 64 }) {
+        std::vector<double> lengths;
+        for (const auto points : { 13, 15, 18, 22 }) {
+            const auto square = Image::systemSymbol("square.fill")
+                                    ->withSymbolConfiguration({ static_cast<double>(points), FontWeight::Medium });
+            for (const auto& picture : drawn(pictureOf(*square))) {
+                if (picture.size() == side)
+                    lengths.push_back(picture.coverage());
+            }
+        }
+        ASSERT_EQ(lengths.size(), 4U);
+        for (std::size_t index = 1; index < lengths.size(); ++index)
+            EXPECT_GT(lengths[index], lengths[index - 1] * 1.1) << side;
+    }
+}
+
 TEST_F(SymbolicIconTest, ItLooksAsItsPixmapsDo)
 {
     const auto icon = drawing(themedIconOf(*configuredStar()));
