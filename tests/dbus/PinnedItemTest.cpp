@@ -274,6 +274,17 @@ TEST_F(PinnedItemTest, ChoosingToRemoveItTakesItFromTheStatusArea)
     EXPECT_FALSE(storedLike(bookmark).isAddedToMenuBar);
 }
 
+TEST_F(PinnedItemTest, OnADesktopOfGnomesPartsTheMenuHasNoOpen)
+{
+    g_setenv("XDG_CURRENT_DESKTOP", "Budgie:GNOME", TRUE);
+    const auto bookmark = shown(bookmarkNamed("This"));
+    GtkHost host(connectionOf(bookmark), "/MenuBar");
+
+    host.openMenu();
+
+    EXPECT_THAT(host.labels(), Not(Contains("Open")));
+}
+
 TEST_F(PinnedItemTest, OnlyWhereAClickOpensTheMenuAloneItBeginsWithOpen)
 {
     g_setenv("XDG_CURRENT_DESKTOP", "ubuntu:GNOME", TRUE);
@@ -535,6 +546,49 @@ TEST_F(PinnedItemTest, ADrawingThatChangesLeavesNoFilesBehind)
 
     const auto folder = std::filesystem::path(std::getenv("XDG_CACHE_HOME")) / "Perchly" / "icons";
     EXPECT_TRUE(waitUntil([&] { return std::filesystem::is_empty(folder); }));
+}
+
+TEST_F(PinnedItemTest, ATitleIsToldAtOnceWhileItsIconIsOnItsWay)
+{
+    auto bookmark = shown(bookmarkNamed("Before"));
+    const auto picture = property(bookmark, "IconPixmap");
+    server.serve("/slow.png", { .status = 404, .hold = Hold::BeforeHead });
+    bookmark.iconURL = server.url("/slow.png");
+    bookmark.title = "After";
+    const auto start = std::chrono::steady_clock::now();
+
+    change(bookmark);
+
+    EXPECT_TRUE(waitUntil([&] { return property(bookmark, "Title") == "(<'After'>,)"; }));
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::milliseconds(1000));
+    EXPECT_EQ(property(bookmark, "IconPixmap"), picture);
+}
+
+TEST_F(PinnedItemTest, IdsThatDifferSomewhereAreDifferent)
+{
+    using namespace std::string_literals;
+    auto first = bookmarkNamed("First");
+    auto second = bookmarkNamed("Second");
+    first.id = "same\0one"s;
+    second.id = "same\0two"s;
+
+    EXPECT_EQ(property(shown(first), "Id"), "(<'perchly-same%00one'>,)");
+    EXPECT_EQ(property(shown(second), "Id"), "(<'perchly-same%00two'>,)");
+}
+
+TEST_F(PinnedItemTest, ASizeBeyondAllMeasureIsDrawnAsTheLargest)
+{
+    auto bookmark = shown(bookmarkNamed("This"));
+    bookmark.menubarIconSize = 22;
+    change(bookmark);
+    testbus::settle(host_);
+    const auto large = property(bookmark, "IconPixmap");
+    for (const auto size : { 1e300, -1e300, 0.0, 1e10 }) {
+        bookmark.menubarIconSize = size;
+        change(bookmark);
+        testbus::settle(host_);
+        EXPECT_EQ(property(bookmark, "IconPixmap") == large, size > 22) << size;
+    }
 }
 
 TEST_F(PinnedItemTest, ATextOfAnyLengthIsDrawn)

@@ -51,6 +51,7 @@ public:
         GDBusConnection* connection, Configuration configuration, Appearance appearance, ClickHandler clicked);
 
     void setAppearance(Appearance appearance);
+    [[nodiscard]] const Appearance& appearance() const { return appearance_; }
 
 private:
     StatusNotifierItem(Configuration configuration, Appearance appearance, ClickHandler clicked);
