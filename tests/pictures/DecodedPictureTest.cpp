@@ -192,7 +192,8 @@ TEST(DecodedPictureTest, ADrawingSeesNoOtherFileByWhateverWay)
         EXPECT_EQ(foreignInk("", "<use xlink:href='" + base + "other.svg#a'/>"), 0);
         EXPECT_EQ(foreignInk("", "<xi:include href='" + base + "element.xml'/>"), 0);
         EXPECT_EQ(foreignInk("<!DOCTYPE svg [<!ENTITY other SYSTEM '" + base + "element.xml'>]>", "&other;"), 0);
-        EXPECT_EQ(foreignInk("", "<style>@import url('" + base + "style.css');</style>" + late), 0);
+        auto importing = "<style>@import url('" + base + "style.css');</style>";
+        EXPECT_EQ(foreignInk("", importing += late), 0);
         EXPECT_EQ(foreignInk("<?xml-stylesheet type='text/css' href='" + base + "style.css'?>", late), 0);
     }
     EXPECT_TRUE(server.requests().empty());
