@@ -83,8 +83,11 @@ MeasuringHost::MeasuringHost()
     // The time is taken on the bus thread: this thread may be looking at the screen.
     auto note = +[](GDBusConnection*, GDBusMessage* message, gboolean isIncoming, gpointer data) {
         const auto* member = g_dbus_message_get_member(message);
-        if (isIncoming && member && std::string_view(member) == "RegisterStatusNotifierItem")
-            static_cast<MeasuringHost*>(data)->arrival_ = Clock::now().time_since_epoch().count();
+        if (isIncoming && member && std::string_view(member) == "RegisterStatusNotifierItem") {
+            auto* self = static_cast<MeasuringHost*>(data);
+            const std::lock_guard lock(self->mutex_);
+            self->arrivals_.push_back(Clock::now());
+        }
         return message;
     };
     filter_ = g_dbus_connection_add_filter(bus_, note, this, nullptr);
@@ -126,7 +129,8 @@ MeasuringHost::~MeasuringHost()
 
 void MeasuringHost::reset()
 {
-    arrival_ = 0;
+    const std::lock_guard lock(mutex_);
+    arrivals_.clear();
     items_.clear();
 }
 
@@ -134,7 +138,8 @@ Clock::time_point MeasuringHost::waitForItems(std::size_t count)
 {
     if (!waitUntil([&] { return items_.size() >= count; }, patience))
         giveUp("only " + std::to_string(items_.size()) + " status items were registered");
-    return Clock::time_point(Clock::duration(arrival_.load()));
+    const std::lock_guard lock(mutex_);
+    return arrivals_.at(count - 1);
 }
 
 const MeasuringHost::Item& MeasuringHost::itemWithId(const std::string& id)
@@ -186,7 +191,8 @@ bool MeasuringHost::readPicture(const Item& item)
 
 void MeasuringHost::showItems()
 {
-    for (const auto& item : items_) {
+    const auto items = items_; // a copy: more may come meanwhile
+    for (const auto& item : items) {
         if (!waitUntil([&] { return readPicture(item); }, patience))
             giveUp("an item stays without a picture");
         const Variant layout(menuLayout(item, property(item, "Menu")));
@@ -195,7 +201,7 @@ void MeasuringHost::showItems()
 
 void MeasuringHost::choose(const std::string& row)
 {
-    const auto& item = items_.back();
+    const auto item = items_.front(); // a copy: more may come meanwhile
     // Not waited for: what the panel paints meanwhile does not hold the user up.
     g_dbus_connection_call(bus_, item.name.c_str(), item.path.c_str(), propertiesInterface, "GetAll",
         g_variant_new("(s)", itemInterface), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr, nullptr);

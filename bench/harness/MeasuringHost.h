@@ -2,15 +2,15 @@
 
 #include "Waiting.h"
 
-#include <atomic>
 #include <cstdint>
+#include <mutex>
 #include <string>
 #include <vector>
 
 namespace bench {
 
 /// A status area: takes registrations, noting when they arrive, and reads items and chooses rows as a panel does.
-/// Where no item is named, it is the last that was registered.
+/// Where no item is named, it is the first that was registered: Perchly's own comes before those of bookmarks.
 class MeasuringHost {
 public:
     struct Item {
@@ -26,7 +26,7 @@ public:
     /// Forgets the items of the run before.
     void reset();
 
-    /// Waits for so many items and returns when the last registration came in.
+    /// Waits for so many items and returns when the last of them came in.
     [[nodiscard]] Clock::time_point waitForItems(std::size_t count);
     [[nodiscard]] Clock::time_point waitForItem() { return waitForItems(1); }
 
@@ -48,7 +48,7 @@ public:
 
     /// Opens the menu and finds the row of the last label below that of the one before, and so on.
     [[nodiscard]] Row rowOf(const Item& item, const std::vector<std::string>& labels);
-    [[nodiscard]] Row rowOf(const std::vector<std::string>& labels) { return rowOf(items_.back(), labels); }
+    [[nodiscard]] Row rowOf(const std::vector<std::string>& labels) { return rowOf(items_.front(), labels); }
 
     /// Does not wait for anything.
     void click(const Row& row);
@@ -66,7 +66,8 @@ private:
     GDBusNodeInfo* interfaces_;
     unsigned filter_ = 0;
     unsigned object_ = 0;
-    std::atomic<std::int64_t> arrival_ = 0; // written by the bus thread, in nanoseconds of Clock
+    std::mutex mutex_;
+    std::vector<Clock::time_point> arrivals_; // written by the bus thread
     std::vector<Item> items_;
 };
 

@@ -179,6 +179,7 @@ Bookmark* BookmarkManager::find(std::string_view id)
 
 const Bookmark* BookmarkManager::bookmark(std::string_view id) const
 {
+    foundation::assertMainThread();
     return findIn(bookmarks_, id);
 }
 

@@ -27,12 +27,6 @@ using appkit::EventType;
 using appkit::MenuItem;
 using appkit::StatusBarButton;
 
-template <class Value>
-const Value* carriedBy(const MenuItem& row)
-{
-    return std::any_cast<Value>(&row.representedObject());
-}
-
 void saveAndAnnounce(const Bookmark& bookmark)
 {
     BookmarkManager::shared().updateBookmark(bookmark);
@@ -74,6 +68,12 @@ void PinnedBookmarkManager::start()
                 self->bookmarksDidChange();
         });
     syncStatusItems();
+}
+
+void PinnedBookmarkManager::setDelegate(std::weak_ptr<PinnedBookmarkManagerDelegate> delegate)
+{
+    foundation::assertMainThread();
+    delegate_ = std::move(delegate);
 }
 
 void PinnedBookmarkManager::bookmarksDidChange()
@@ -153,6 +153,7 @@ void PinnedBookmarkManager::applyIcon(StatusBarButton& button, const Bookmark& b
 
 std::shared_ptr<StatusBarButton> PinnedBookmarkManager::buttonFor(std::string_view bookmarkId) const
 {
+    foundation::assertMainThread();
     const auto item = statusItems_.find(bookmarkId);
     return item == statusItems_.end() ? nullptr : item->second->button();
 }
@@ -171,6 +172,8 @@ void PinnedBookmarkManager::statusItemClicked(StatusBarButton& sender)
     const auto event = appkit::Application::sharedApplication().currentEvent();
     if (event && event->type == EventType::RightMouseUp)
         return showContextMenu(bookmark, sender);
+    if (isHeldUpByDialog())
+        return;
     if (!bookmark.openInSystemBrowser) {
         if (const auto delegate = delegate_.lock())
             delegate->openPinnedBookmark(bookmark, sender);
@@ -203,10 +206,24 @@ void PinnedBookmarkManager::showContextMenu(const Bookmark& bookmark, StatusBarB
     appkit::popUpContextMenu(std::move(menu), *event, button);
 }
 
-void PinnedBookmarkManager::detachWindow(MenuItem& sender)
+/// What the row carries; null where it carries another thing, or where no action may start.
+template <class Value>
+const Value* PinnedBookmarkManager::startAction(const MenuItem& sender) const
 {
     foundation::assertMainThread();
-    const auto* bookmark = carriedBy<Bookmark>(sender);
+    return isHeldUpByDialog() ? nullptr : std::any_cast<Value>(&sender.representedObject());
+}
+
+bool PinnedBookmarkManager::isHeldUpByDialog() const
+{
+    if (isDialogRunning_)
+        appkit::Application::sharedApplication().activateIgnoringOtherApps();
+    return isDialogRunning_;
+}
+
+void PinnedBookmarkManager::detachWindow(MenuItem& sender)
+{
+    const auto* bookmark = startAction<Bookmark>(sender);
     const auto delegate = delegate_.lock();
     if (bookmark && delegate)
         delegate->openDetachedWindow(*bookmark);
@@ -214,8 +231,7 @@ void PinnedBookmarkManager::detachWindow(MenuItem& sender)
 
 void PinnedBookmarkManager::toggle(bool Bookmark::*flag, const MenuItem& sender)
 {
-    foundation::assertMainThread();
-    const auto* carried = carriedBy<Bookmark>(sender);
+    const auto* carried = startAction<Bookmark>(sender);
     if (!carried)
         return;
     auto bookmark = *carried;
@@ -230,8 +246,7 @@ void PinnedBookmarkManager::toggleReloadOnOpen(MenuItem& sender)
 
 void PinnedBookmarkManager::toggleAlwaysOnTop(MenuItem& sender)
 {
-    foundation::assertMainThread();
-    const auto* carried = carriedBy<Bookmark>(sender);
+    const auto* carried = startAction<Bookmark>(sender);
     if (!carried)
         return;
     auto bookmark = *carried;
@@ -259,8 +274,7 @@ void PinnedBookmarkManager::togglePinnedStatus(MenuItem& sender)
 
 void PinnedBookmarkManager::changeUserAgent(MenuItem& sender)
 {
-    foundation::assertMainThread();
-    const auto* choice = carriedBy<UserAgentChoice>(sender);
+    const auto* choice = startAction<UserAgentChoice>(sender);
     if (!choice)
         return;
     auto bookmark = choice->bookmark;
@@ -270,8 +284,7 @@ void PinnedBookmarkManager::changeUserAgent(MenuItem& sender)
 
 void PinnedBookmarkManager::changeIconSize(MenuItem& sender)
 {
-    foundation::assertMainThread();
-    const auto* choice = carriedBy<IconSizeChoice>(sender);
+    const auto* choice = startAction<IconSizeChoice>(sender);
     if (!choice)
         return;
     auto bookmark = choice->bookmark;
@@ -281,19 +294,20 @@ void PinnedBookmarkManager::changeIconSize(MenuItem& sender)
 
 void PinnedBookmarkManager::editCustomIcon(MenuItem& sender)
 {
-    foundation::assertMainThread();
-    const auto* bookmark = carriedBy<Bookmark>(sender);
+    const auto* bookmark = startAction<Bookmark>(sender);
     if (!bookmark)
         return;
     appkit::Application::sharedApplication().activateIgnoringOtherApps();
-    if (const auto changed = askForCustomIcon(*bookmark))
+    isDialogRunning_ = true;
+    const auto changed = askForCustomIcon(*bookmark);
+    isDialogRunning_ = false;
+    if (changed)
         saveAndAnnounce(*changed);
 }
 
 void PinnedBookmarkManager::removeFromMenubar(MenuItem& sender)
 {
-    foundation::assertMainThread();
-    const auto* bookmark = carriedBy<Bookmark>(sender);
+    const auto* bookmark = startAction<Bookmark>(sender);
     if (!bookmark)
         return;
     BookmarkManager::shared().toggleMenuBar(bookmark->id);

@@ -28,7 +28,7 @@ public:
     [[nodiscard]] static std::shared_ptr<PinnedBookmarkManager> create();
 
     /// Held weakly; without one, clicks that need it do nothing.
-    void setDelegate(std::weak_ptr<PinnedBookmarkManagerDelegate> delegate) { delegate_ = std::move(delegate); }
+    void setDelegate(std::weak_ptr<PinnedBookmarkManagerDelegate> delegate);
 
     void syncStatusItems();
 
@@ -42,6 +42,7 @@ public:
     void toggleOpenInSystemBrowser(appkit::MenuItem& sender);
     void changeUserAgent(appkit::MenuItem& sender);
     void changeIconSize(appkit::MenuItem& sender);
+    /// While its dialog runs, clicks and rows only bring that forward.
     void editCustomIcon(appkit::MenuItem& sender);
     void togglePinnedStatus(appkit::MenuItem& sender);
     void removeFromMenubar(appkit::MenuItem& sender);
@@ -66,12 +67,16 @@ private:
     void applyIcon(appkit::StatusBarButton& button, const Bookmark& bookmark);
     void showContextMenu(const Bookmark& bookmark, appkit::StatusBarButton& button);
     void toggle(bool Bookmark::*flag, const appkit::MenuItem& sender);
+    template <class Value>
+    const Value* startAction(const appkit::MenuItem& sender) const;
+    [[nodiscard]] bool isHeldUpByDialog() const;
 
     std::weak_ptr<PinnedBookmarkManagerDelegate> delegate_;
     std::map<std::string, std::shared_ptr<appkit::StatusItem>, std::less<>> statusItems_;
     std::unordered_map<std::size_t, std::string> bookmarkIdMap_;
     appkit::StatusBar& statusBar_;
     foundation::ObservationToken bookmarksObservation_;
+    bool isDialogRunning_ = false;
 };
 
 } // namespace perchly

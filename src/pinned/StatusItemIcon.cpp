@@ -100,8 +100,7 @@ void downloadFavicon(const URL& url, const Bookmark& bookmark, double size, Butt
 std::string faviconAddress(const Bookmark& bookmark)
 {
     const auto page = URL::parse(addressWithScheme(bookmark.url));
-    const auto service = foundation::UserDefaults::standard().stringForKey(preferences::faviconServiceURL);
-    return service.value_or(std::string(product::faviconService))
+    return faviconService(foundation::UserDefaults::standard().stringForKey(preferences::faviconServiceURL))
         + "/s2/favicons?sz=64&domain=" + (page ? page->host() : "");
 }
 
@@ -117,6 +116,12 @@ void showSymbolOrText(StatusBarButton& button, const std::string& name, double s
 }
 
 } // namespace
+
+std::string faviconService(const std::optional<std::string>& preferred)
+{
+    const bool isOfTheWeb = preferred && (preferred->starts_with("http://") || preferred->starts_with("https://"));
+    return isOfTheWeb && URL::parse(*preferred) ? *preferred : std::string(product::faviconService);
+}
 
 void applyIcon(StatusBarButton& button, const Bookmark& bookmark, ButtonFinder findButton)
 {

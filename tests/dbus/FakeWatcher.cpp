@@ -51,7 +51,9 @@ FakeWatcher::~FakeWatcher()
 void FakeWatcher::registerItem(const std::string& sender, const std::string& service)
 {
     ++registrations_;
-    const auto item = service.starts_with('/') ? sender + service : service + "/StatusNotifierItem";
+    const bool isPath = service.starts_with('/');
+    const auto& owner = isPath ? sender : service;
+    const auto item = owner + (isPath ? service : "/StatusNotifierItem");
     if (std::ranges::find(items_, item) != items_.end())
         return;
     items_.push_back(item);
@@ -60,7 +62,7 @@ void FakeWatcher::registerItem(const std::string& sender, const std::string& ser
             [name](const auto& known) { return known.starts_with(std::string(name) + "/"); });
     };
     watches_.push_back(g_bus_watch_name_on_connection(
-        connection_.get(), sender.c_str(), G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr, vanished, this, nullptr));
+        connection_.get(), owner.c_str(), G_BUS_NAME_WATCHER_FLAGS_NONE, nullptr, vanished, this, nullptr));
 }
 
 void FakeWatcher::forget(std::string_view item)

@@ -4,6 +4,8 @@
 #include "platform/appkit/Image.h"
 #include "platform/linux/desktop/GObject.h"
 #include "support/MainLoop.h"
+#include "support/TestServer.h"
+#include "support/UserFolders.h"
 #include "support/linux/ChildProcesses.h"
 
 #include <gmock/gmock.h>
@@ -61,7 +63,8 @@ TEST_P(DecodedFormatTest, IsAPngFileNoLargerThanNeeded)
     ASSERT_TRUE(decoded);
     EXPECT_THAT(decoded->png, testing::StartsWith("\x89PNG"));
     EXPECT_EQ(sideOf(decoded->png), GetParam().side);
-    const auto pixel = drawnLarge({ Picture::Subject::Kind::Data, decoded->png, "", 100 }).at(32, 32);
+    const auto picture = drawnLarge({ Picture::Subject::Kind::Data, decoded->png, "", 100 });
+    const auto pixel = picture.at(picture.size() / 2, picture.size() / 2);
     EXPECT_EQ(pixel.alpha, 255);
     EXPECT_EQ(pixel.red > 150, GetParam().colour == 'r');
     EXPECT_EQ(pixel.green > 120, GetParam().colour == 'g');
@@ -150,6 +153,53 @@ TEST(DecodedPictureTest, ADrawingSeesNoOtherFile)
     EXPECT_EQ(picture.at(32, 40).alpha, 0);
 }
 
+/// What the drawing shows of the other one that it refers to in that way: the other covers the lower half. Nothing
+/// where the reference makes it no drawing at all.
+int foreignInk(const std::string& declarations, const std::string& contents)
+{
+    const auto decoded = decodePicture("<?xml version='1.0'?>" + declarations
+        + "<svg xmlns='http://www.w3.org/2000/svg' xmlns:xi='http://www.w3.org/2001/XInclude'"
+          " xmlns:xlink='http://www.w3.org/1999/xlink' viewBox='0 0 8 8'>"
+          "<rect width='8' height='2' fill='#00c000'/>"
+        + contents + "</svg>");
+    if (!decoded)
+        return 0;
+    const auto picture = drawnLarge({ Picture::Subject::Kind::Data, decoded->png, "", 100 });
+    EXPECT_GT(picture.at(32, 8).green, 150) << contents;
+    return picture.at(32, 48).alpha;
+}
+
+TEST(DecodedPictureTest, ADrawingSeesNoOtherFileByWhateverWay)
+{
+    const perchly::test::UserFolders folders;
+    const auto folder = std::filesystem::path(std::getenv("XDG_DATA_HOME"));
+    std::ofstream(folder / "other.svg") << "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 8 8'>"
+                                           "<g id='a'><rect y='4' width='8' height='4'/></g></svg>";
+    std::ofstream(folder / "element.xml") << "<rect xmlns='http://www.w3.org/2000/svg' y='4' width='8' height='4'/>";
+    std::ofstream(folder / "style.css") << "#late { visibility: visible }";
+    perchly::test::TestServer server;
+    server.serve("/other.svg",
+        { .body = "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 8 8'>"
+                  "<g id='a'><rect y='4' width='8' height='4'/></g></svg>",
+            .contentType = "image/svg+xml" });
+    server.serve("/style.css", { .body = "#late { visibility: visible }", .contentType = "text/css" });
+    const auto file = "file://" + folder.string() + "/";
+    const std::string late = "<rect id='late' y='4' width='8' height='4' visibility='hidden'/>";
+
+    for (const auto& base : { file, folder.string() + "/", server.url("/") }) {
+        EXPECT_EQ(foreignInk("", "<image width='8' height='8' href='" + base + "other.svg'/>"), 0);
+        EXPECT_EQ(foreignInk("", "<use href='" + base + "other.svg#a'/>"), 0);
+        EXPECT_EQ(foreignInk("", "<use xlink:href='" + base + "other.svg#a'/>"), 0);
+        EXPECT_EQ(foreignInk("", "<xi:include href='" + base + "element.xml'/>"), 0);
+        EXPECT_EQ(foreignInk("<!DOCTYPE svg [<!ENTITY other SYSTEM '" + base + "element.xml'>]>", "&other;"), 0);
+        auto importing = "<style>@import url('" + base + "style.css');</style>";
+        EXPECT_EQ(foreignInk("", importing += late), 0);
+        EXPECT_EQ(foreignInk("<?xml-stylesheet type='text/css' href='" + base + "style.css'?>", late), 0);
+    }
+    EXPECT_TRUE(server.requests().empty());
+    EXPECT_GT(foreignInk("", "<style>#late { visibility: visible }</style>" + late), 200);
+}
+
 /// Elements that stand for ten of the ones before, nine times over.
 std::string elementBomb()
 {
@@ -219,7 +269,8 @@ TEST(DecodedPictureTest, OnePixelIsAPictureToo)
     const auto picture = decodedAndDrawn(
         "GIF89a\x01" + std::string("\0\x01\0\x80\0\0\xff\0\0\0\0\0,\0\0\0\0\x01\0\x01\0\0\x02\x02\x44\x01\0;", 28));
 
-    EXPECT_EQ(picture.at(32, 32).alpha, 255);
+    EXPECT_EQ(picture.size(), 16);
+    EXPECT_EQ(picture.at(8, 8).alpha, 255);
 }
 
 TEST(DecodedPictureTest, ADecodingProcessIsHeldToItsLimitsAndItsDeadline)

@@ -44,7 +44,7 @@ private:
 [[nodiscard]] std::vector<DrawnPicture> drawn(const std::shared_ptr<desktop::Picture>& picture);
 [[nodiscard]] std::vector<DrawnPicture> drawn(const desktop::Picture::Subject& subject);
 
-/// The largest of them.
+/// The largest of them: 64 pixels, unless the picture is too small for that.
 [[nodiscard]] DrawnPicture drawnLarge(const desktop::Picture::Subject& subject);
 
 [[nodiscard]] std::vector<DrawnPicture> pixmapsIn(GVariant* pixmaps);

@@ -7,6 +7,7 @@
 
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <csignal>
 
 namespace {
@@ -88,6 +89,19 @@ TEST(PictureTest, ALongTextStaysWithinTheSquareAndIsDrawnAtOnce)
     EXPECT_LE(drawnLarge(text(endless)).columns().length(), 64);
 }
 
+TEST(PictureTest, OfAnEndlessTextThereIsSomethingToSee)
+{
+    for (const std::string letters : { "a", "W", "日", "🚀", "l", "👩‍💻" }) {
+        std::string endless;
+        for (auto repetition = 0; repetition < 300; ++repetition)
+            endless += letters;
+        const auto pictures = drawn(text(endless));
+        ASSERT_EQ(pictures.size(), 6U) << letters;
+        for (const auto& picture : pictures)
+            EXPECT_GT(picture.coverage(), picture.size() / 8.0) << letters << " at " << picture.size();
+    }
+}
+
 TEST(PictureTest, BytesThatAreNoTextAreDrawnAllTheSame)
 {
     EXPECT_GT(drawnLarge(text("A\xff\xfe")).coverage(), 0);
@@ -151,12 +165,24 @@ TEST(PictureTest, ASmallPictureKeepsItsPixelsWhereThatMakesNoGreatDifference)
 {
     const auto pictures = drawn(data("small.gif", 84));
 
-    ASSERT_EQ(pictures.size(), 6U);
+    ASSERT_EQ(pictures.size(), 4U);
     EXPECT_EQ(pictures[0].columns().length(), 16);
     EXPECT_EQ(pictures[1].columns().length(), 16);
     EXPECT_EQ(pictures[1].at(3, 3).alpha, 255);
     EXPECT_EQ(pictures[1].at(2, 2).alpha, 0);
-    EXPECT_NEAR(pictures[5].columns().length(), 54, 2);
+    EXPECT_NEAR(pictures[3].columns().length(), 27, 2);
+}
+
+TEST(PictureTest, APictureIsNotEnlargedBeyondTwice)
+{
+    const auto sizes = [](const Picture::Subject& subject) {
+        std::vector<int> all;
+        for (const auto& picture : drawn(subject))
+            all.push_back(picture.size());
+        return all;
+    };
+    EXPECT_THAT(sizes(data("small.gif")), testing::ElementsAre(16, 22, 24, 32));
+    EXPECT_THAT(sizes(data("drawing.svg")), testing::ElementsAre(16, 22, 24, 32, 48, 64));
 }
 
 TEST(PictureTest, TheSameContentsAreTheSamePicture)
@@ -200,7 +226,7 @@ TEST(PictureTest, ManyAtOnceAreDrawnByOneProgramThatEndsAfterwards)
     EXPECT_TRUE(waitUntil([] { return childProcesses(program).empty(); }));
 }
 
-TEST(PictureTest, AProgramThatEndsTakesFewPicturesAlong)
+TEST(PictureTest, AProgramThatEndsTakesNoPictureAlong)
 {
     constexpr std::size_t number = 50;
     std::vector<std::shared_ptr<Picture>> pictures;
@@ -217,8 +243,23 @@ TEST(PictureTest, AProgramThatEndsTakesFewPicturesAlong)
 
     ASSERT_TRUE(waitUntil([&] { return answered == number; }));
 
-    EXPECT_GE(finished, number - 3);
-    EXPECT_LT(finished, number);
+    EXPECT_EQ(finished, number);
+}
+
+TEST(PictureTest, APictureThatIsTooMuchForTheProgramTakesNoOtherAlong)
+{
+    std::vector<std::shared_ptr<Picture>> pictures;
+    std::vector<std::size_t> sizes(9, 99);
+    for (std::size_t index = 0; index < sizes.size(); ++index) {
+        const auto tooMuch = std::string(std::size_t { 2 } << 20U, 'x');
+        pictures.push_back(Picture::of(text((index % 3 == 1 ? tooMuch : "i") + std::to_string(index))));
+        pictures.back()->withPixmaps(
+            [&sizes, index](GVariant* pixmaps) { sizes[index] = g_variant_n_children(pixmaps); });
+    }
+
+    ASSERT_TRUE(waitUntil([&] { return std::ranges::find(sizes, 99) == sizes.end(); }));
+
+    EXPECT_THAT(sizes, testing::ElementsAre(6, 0, 6, 6, 0, 6, 6, 0, 6));
 }
 
 } // namespace

@@ -19,7 +19,7 @@ using perchly::test::drawnLarge;
 
 /// What Perchly itself shows.
 constexpr const char* usedNames[] = { "arrow.clockwise", "chevron.left", "chevron.right", "globe", "minus.circle",
-    "pin.fill", "plus.circle", "safari" };
+    "pin", "pin.fill", "plus.circle", "safari" };
 
 std::vector<std::pair<std::string, std::string>> aliases()
 {
@@ -48,7 +48,8 @@ void expectWholeDrawing(const std::string& name)
     ASSERT_TRUE(symbol) << name;
     const auto wide = desktop::withRoom(contentsOf(symbol->native().path), 50);
     ASSERT_TRUE(wide) << name;
-    ASSERT_TRUE(desktop::keepMadeIcon("wide", *wide));
+    const auto icon = desktop::MadeIcon::keep("wide", *wide);
+    ASSERT_TRUE(icon);
 
     const auto picture
         = drawnLarge({ Picture::Subject::Kind::File, desktop::madeIconsFolder().value() / "wide.svg", "#808080", 100 });

@@ -67,6 +67,24 @@ TEST_F(SymbolicIconTest, AConfiguredSymbolIsAnIconWithRoomAroundIt)
     EXPECT_NEAR(drawing(icon).columns().first, 63 - drawing(icon).columns().last, 2);
 }
 
+TEST_F(SymbolicIconTest, NoTwoSizesThatUsersChooseFromAreAlike)
+{
+    for (const auto side : { 16, 22, 24, 32, 48, 64 }) {
+        std::vector<double> lengths;
+        for (const auto points : { 13, 15, 18, 22 }) {
+            const auto square = Image::systemSymbol("square.fill")
+                                    ->withSymbolConfiguration({ static_cast<double>(points), FontWeight::Medium });
+            for (const auto& picture : drawn(pictureOf(*square))) {
+                if (picture.size() == side)
+                    lengths.push_back(picture.coverage());
+            }
+        }
+        ASSERT_EQ(lengths.size(), 4U);
+        for (std::size_t index = 1; index < lengths.size(); ++index)
+            EXPECT_GT(lengths[index], lengths[index - 1] * 1.1) << side;
+    }
+}
+
 TEST_F(SymbolicIconTest, ItLooksAsItsPixmapsDo)
 {
     const auto icon = drawing(themedIconOf(*configuredStar()));
@@ -97,7 +115,8 @@ TEST_F(SymbolicIconTest, APictureThatKeepsItsColoursIsNone)
 
 TEST_F(SymbolicIconTest, IsWrittenOnlyWhereItIsMissingOrNotWhole)
 {
-    const auto file = fileOf(themedIconOf(*configuredStar()));
+    const auto icon = themedIconOf(*configuredStar());
+    const auto file = fileOf(icon);
     const auto whole = contentsOf(file);
     const auto written = std::filesystem::last_write_time(file) - std::chrono::hours(1);
     std::filesystem::last_write_time(file, written);
@@ -112,6 +131,45 @@ TEST_F(SymbolicIconTest, IsWrittenOnlyWhereItIsMissingOrNotWhole)
     std::filesystem::remove_all(file.parent_path());
     (void)themedIconOf(*configuredStar());
     EXPECT_EQ(contentsOf(file), whole);
+}
+
+TEST_F(SymbolicIconTest, ItsFileIsThereForAsLongAsSomebodyShowsIt)
+{
+    auto first = themedIconOf(*downloadedDrawing());
+    auto second = themedIconOf(*downloadedDrawing());
+    const auto file = fileOf(first);
+
+    first = {};
+    EXPECT_TRUE(std::filesystem::exists(file));
+    second = {};
+    EXPECT_FALSE(std::filesystem::exists(file));
+}
+
+TEST_F(SymbolicIconTest, WhatIsNotShownAsAnIconHasNoFile)
+{
+    const auto folder = std::filesystem::path(std::getenv("XDG_CACHE_HOME")) / "Perchly" / "icons";
+    const auto image = downloadedDrawing();
+    EXPECT_FALSE(std::filesystem::exists(folder));
+
+    image->setTemplate(false);
+    const auto icon = themedIconOf(*image);
+
+    EXPECT_FALSE(std::filesystem::exists(folder));
+}
+
+TEST_F(SymbolicIconTest, FilesOfEarlierRunsAreRemovedAndThoseInUseStay)
+{
+    const auto icon = themedIconOf(*configuredStar());
+    const auto folder = fileOf(icon).parent_path();
+    std::ofstream(folder / "perchly-0123456789-symbolic.svg") << "left over";
+    std::ofstream(folder / ".new-abcdef") << "unfinished";
+
+    desktop::removeUnusedIcons();
+
+    std::vector<std::filesystem::path> files;
+    for (const auto& entry : std::filesystem::directory_iterator(folder))
+        files.push_back(entry.path());
+    EXPECT_THAT(files, testing::ElementsAre(fileOf(icon)));
 }
 
 TEST_F(SymbolicIconTest, WithoutAPlaceForItThereAreOnlyPixmaps)

@@ -1,3 +1,4 @@
+#include "pinned/PinnedBookmarkMenu.h"
 #include "platform/appkit/Alert.h"
 #include "platform/appkit/PopUpButton.h"
 #include "platform/appkit/TextField.h"
@@ -107,7 +108,9 @@ TEST_F(CustomIconDialogTest, HasFieldsOfThatSizeOneBelowTheOther)
         };
         EXPECT_TRUE(perchly::test::waitUntil(isLaidOut));
         EXPECT_EQ(dialog.alert.accessoryView->frame().size.width, 300);
-        EXPECT_GE(dialog.symbol.frame().size.height, fieldSize.height);
+        EXPECT_EQ(dialog.alert.accessoryView->frame().size.height, 160);
+        for (const auto* control : controls)
+            EXPECT_EQ(control->frame().size.height, fieldSize.height);
         for (std::size_t index = 1; index < dialog.views.size(); ++index)
             EXPECT_LT(dialog.views[index]->frame().origin.y, dialog.views[index - 1]->frame().origin.y) << index;
     });
@@ -241,6 +244,40 @@ TEST_F(CustomIconDialogTest, SavesOverWhatChangedWhileItWasOpen)
     });
 
     EXPECT_EQ(storedLike(bookmark).title, "This");
+}
+
+TEST_F(CustomIconDialogTest, NothingElseOfTheItemsStartsWhileItRuns)
+{
+    const auto other = added(bookmarkNamed("Another"));
+    announcements = 0;
+    answer(cancel, [&](const Dialog& dialog) {
+        for (const auto& clicked : { bookmark, other })
+            manager->statusItemClicked(*buttonOf(clicked));
+        using Manager = perchly::PinnedBookmarkManager;
+        for (const auto operation : { &Manager::detachWindow, &Manager::toggleReloadOnOpen, &Manager::toggleAlwaysOnTop,
+                 &Manager::togglePrefersDetached, &Manager::toggleOpenInSystemBrowser, &Manager::editCustomIcon,
+                 &Manager::togglePinnedStatus, &Manager::removeFromMenubar }) {
+            auto row = rowCarrying(other);
+            (*manager.*operation)(row);
+            EXPECT_EQ(Alert::running(), &dialog.alert);
+        }
+        auto agentRow = rowCarrying(perchly::UserAgentChoice { other, "Mine" });
+        manager->changeUserAgent(agentRow);
+        auto sizeRow = rowCarrying(perchly::IconSizeChoice { other, 22 });
+        manager->changeIconSize(sizeRow);
+    });
+
+    EXPECT_EQ(announcements, 0);
+    EXPECT_EQ(storedLike(other), other);
+    EXPECT_TRUE(delegate->opened.empty());
+    EXPECT_TRUE(delegate->detached.empty());
+    EXPECT_TRUE(delegate->levelled.empty());
+
+    auto row = rowCarrying(other);
+    manager->togglePinnedStatus(row);
+    manager->statusItemClicked(*buttonOf(other));
+    EXPECT_TRUE(storedLike(other).isPinned);
+    EXPECT_THAT(delegate->opened, SizeIs(1));
 }
 
 TEST_F(CustomIconDialogTest, SavingABookmarkDeletedMeanwhileOnlyAnnounces)

@@ -1,3 +1,4 @@
+#include "pinned/StatusItemIcon.h"
 #include "bookmarks/UserAgents.h"
 #include "platform/appkit/Image.h"
 #include "ui/PinnedTest.h"
@@ -222,20 +223,14 @@ TEST_F(StatusItemIconTest, TheHostIsAppendedWithoutEscaping)
     EXPECT_EQ(faviconRequestFor("http://[::1]:8080/"), query + "::1");
 }
 
-TEST_F(StatusItemIconTest, AServiceWhoseAddressDoesNotParseIsNotAsked)
+TEST_F(StatusItemIconTest, OnlyAnAddressOfTheWebIsAServiceOfTheUsers)
 {
-    foundation::UserDefaults::standard().setString("no address", perchly::preferences::faviconServiceURL);
-    added(bookmark);
-    foundation::UserDefaults::standard().setString(server.url(""), perchly::preferences::faviconServiceURL);
-
-    expectBlank();
-    auto other = bookmarkNamed("other");
-    other.sfSymbolName = std::nullopt;
-    store().addBookmark(other);
-    bookmark.customEmoji = "🐢";
-    change(bookmark);
-    ASSERT_TRUE(becomesText(other, "O"));
-    expectText("🐢", Font::systemFont(15));
+    const auto builtIn = perchly::faviconService(std::nullopt);
+    EXPECT_TRUE(builtIn.starts_with("https://"));
+    for (const auto* odd : { "", "no address", "http://", "file:///tmp", "data:,", "icons.example", "HTTPS//x" })
+        EXPECT_EQ(perchly::faviconService(odd), builtIn) << odd;
+    for (const auto* service : { "http://127.0.0.1:8080", "https://icons.example/path" })
+        EXPECT_EQ(perchly::faviconService(service), service);
 }
 
 TEST_F(StatusItemIconTest, WithoutASitesIconTheTitlesFirstLetterIsShown)

@@ -38,7 +38,7 @@ public:
         EXPECT_EQ(getsockname(listener, name, &size), 0);
         port_ = ntohs(address.sin_port);
         for (auto number = 0; number < 8; ++number)
-            connect(newSocket(), name, size);
+            (void)connect(newSocket(), name, size); // under way, or refused: either will do
     }
     ~FullListener()
     {
@@ -197,6 +197,11 @@ TEST_F(URLSessionTest, ARefusedConnectionIsAnError)
     const auto address = TestServer().url("/"); // that server has gone
 
     EXPECT_THAT(errorOf(download(address)), Not(IsEmpty()));
+}
+
+TEST_F(URLSessionTest, AServerHasAMinuteUnlessAskedOtherwise)
+{
+    EXPECT_EQ(requestFor(server.url("/")).timeoutInterval, seconds(60));
 }
 
 TEST_F(URLSessionTest, AServerThatNeverAnswersIsGivenUp)

@@ -333,6 +333,7 @@ TEST_F(BookmarkManagerTest, OperationsOffTheMainThreadEndTheProcess)
     const std::vector<std::function<void()>> operations = {
         [&] { (void)store.bookmarks(); },
         [&] { (void)store.menuBarBookmarks(); },
+        [&] { (void)store.bookmark("A"); },
         [&] { store.addBookmark(bookmarkNamed("B")); },
         [&] { store.updateBookmark(bookmarkNamed("A")); },
         [&] { store.removeBookmark("A"); },

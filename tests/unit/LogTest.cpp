@@ -30,6 +30,15 @@ TEST(LogTest, ALineEndsWhereItsViewEnds)
     EXPECT_THAT(standardError.debugLines(), ElementsAre("DEBUG: short"));
 }
 
+TEST(LogTest, ATextWithLineBreaksIsOneLineAllTheSame)
+{
+    const CapturedStandardError standardError;
+
+    foundation::log("DEBUG: one\nDEBUG: two\r\nDEBUG: three\v\f\u0085\u2028\u2029DEBUG: four");
+
+    EXPECT_THAT(standardError.debugLines(), ElementsAre("DEBUG: one DEBUG: two  DEBUG: three     DEBUG: four"));
+}
+
 TEST(LogTest, LinesMayComeFromAnyThread)
 {
     const CapturedStandardError standardError;

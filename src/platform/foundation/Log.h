@@ -4,7 +4,8 @@
 
 namespace foundation {
 
-/// Writes one line to the system log (standard error where that is not the log already). Any thread.
+/// Writes one line, whatever line breaks are in it, to the system log (standard error where that is not the log
+/// already). Any thread.
 void log(std::string_view line);
 
 } // namespace foundation

@@ -37,6 +37,9 @@ constexpr auto whiteSpaces = std::to_array<std::string_view>({
     "\u3000"sv,
 });
 
+constexpr auto lineEnds
+    = std::to_array<std::string_view>({ "\n"sv, "\v"sv, "\f"sv, "\r"sv, "\u0085"sv, "\u2028"sv, "\u2029"sv });
+
 } // namespace
 
 std::string_view trimmed(std::string_view text)
@@ -50,6 +53,20 @@ std::string_view trimmed(std::string_view text)
          space = std::ranges::find_if(whiteSpaces, ends))
         text.remove_suffix(space->size());
     return text;
+}
+
+std::string inOneLine(std::string_view text)
+{
+    std::string line;
+    line.reserve(text.size());
+    while (!text.empty()) {
+        const auto leads = [&text](std::string_view end) { return text.starts_with(end); };
+        const auto* end = std::ranges::find_if(lineEnds, leads);
+        const auto isEnd = end != lineEnds.end();
+        line += isEnd ? ' ' : text.front();
+        text.remove_prefix(isEnd ? end->size() : 1);
+    }
+    return line;
 }
 
 std::string shortest(double number)

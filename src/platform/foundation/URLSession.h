@@ -14,8 +14,8 @@ class URLSession {
 public:
     static URLSession& sharedSession();
 
-    /// The bytes that came, whatever the server's status; an error where no answer came to its end, or one of more
-    /// than the largest download.
+    /// The bytes that came, whatever the server's status; an error where no answer came to its end. A side may take no
+    /// more than a certain size, and longer than a certain time, for an error too.
     using CompletionHandler = std::function<void(Result<std::string> data)>;
 
     /// Follows redirects. The handler is called once, on a thread of the session's.

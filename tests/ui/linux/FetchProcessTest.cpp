@@ -1,6 +1,8 @@
 #include "support/linux/ChildProcesses.h"
 #include "ui/DownloadTest.h"
 
+#include <gio/gio.h>
+
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -34,6 +36,28 @@ long memoryOf(const std::string& process, const std::string& line)
 void forgetPeak(const std::string& process)
 {
     std::ofstream("/proc/" + process + "/clear_refs") << "5";
+}
+
+/// As a server sends it that packs its answers.
+std::string packed(const std::string& text)
+{
+    auto* compressor = G_CONVERTER(g_zlib_compressor_new(G_ZLIB_COMPRESSOR_FORMAT_GZIP, 9));
+    std::string result;
+    std::string buffer(std::size_t { 64 } << 10U, '\0');
+    gsize taken = 0;
+    for (auto state = G_CONVERTER_CONVERTED; state != G_CONVERTER_FINISHED;) {
+        gsize read = 0;
+        gsize written = 0;
+        state = g_converter_convert(compressor, text.data() + taken, text.size() - taken, buffer.data(), buffer.size(),
+            G_CONVERTER_INPUT_AT_END, &read, &written, nullptr);
+        EXPECT_NE(state, G_CONVERTER_ERROR);
+        if (state == G_CONVERTER_ERROR)
+            break;
+        taken += read;
+        result.append(buffer, 0, written);
+    }
+    g_object_unref(compressor);
+    return result;
 }
 
 /// The program that downloads, and is there only while something is to be downloaded.
@@ -155,6 +179,22 @@ TEST_F(FetchProcessTest, KilledAMomentBeforeADownloadThatIsToldOrDone)
     EXPECT_TRUE(next->data() == "home" || !next->error().empty());
     EXPECT_EQ(next->calls(), 1);
     downloadOnce();
+}
+
+TEST_F(FetchProcessTest, AnAnswerThatUnpacksToMoreThanADownloadMayHoldIsAnError)
+{
+    const auto serve = [this](const char* path, std::size_t size) {
+        server.serve(path, { .body = packed(std::string(size, 'x')), .headers = { { "Content-Encoding", "gzip" } } });
+    };
+    constexpr auto most = std::size_t { 16 } << 20U;
+    serve("/most", most);
+    serve("/more", most + 1);
+    serve("/bomb", 40 * most);
+
+    EXPECT_EQ(download(server.url("/most"))->data().size(), most);
+    EXPECT_EQ(download(server.url("/more"))->error(), "The download is too large");
+    EXPECT_EQ(download(server.url("/bomb"))->error(), "The download is too large");
+    EXPECT_LT(memoryOf(std::to_string(*fetchers().begin()), "VmHWM"), 100 * mebibyte);
 }
 
 TEST_F(FetchProcessTest, ManyLargeDownloadsDoNotFillTheMemory)

@@ -124,11 +124,9 @@ std::shared_ptr<Image> Image::withData(std::string_view data)
         return nullptr;
     auto native = std::make_unique<Native>();
     native->data = std::move(picture->png);
-    const auto iconName = desktop::madeIconName(picture->outline);
-    if (desktop::keepMadeIcon(iconName, picture->outline)) {
-        native->iconName = iconName;
-        native->iconFolder = desktop::madeIconsFolder().value();
-    }
+    if (!picture->outline.empty())
+        native->iconName = desktop::madeIconName(picture->outline);
+    native->outline = std::move(picture->outline);
     return std::shared_ptr<Image>(new Image({}, {}, std::move(native)));
 }
 
@@ -144,11 +142,16 @@ std::shared_ptr<Image> Image::withSymbolConfiguration(const SymbolConfiguration&
 namespace {
 
 /// What part of a status item's height points take: the bar of the points' home is 22 of them high, and a symbol is a
-/// little larger than the letters of its size.
+/// little larger than the letters of its size. Large ones come nearer to it, so that none are alike.
 int percentOf(double points)
 {
-    constexpr auto fullHeight = 19.0;
-    return std::clamp(static_cast<int>(std::lround(points * 100 / fullHeight)), 1, 100);
+    constexpr auto fullHeight = 22.0;
+    constexpr auto usualSize = 16.0;
+    constexpr auto usualPercent = 84.0;
+    const auto percent = points <= usualSize
+        ? points * usualPercent / usualSize
+        : usualPercent + (points - usualSize) * (100 - usualPercent) / (fullHeight - usualSize);
+    return static_cast<int>(std::lround(std::clamp(percent, 1.0, 100.0)));
 }
 
 int percentOf(const Image& image)
@@ -171,18 +174,28 @@ int weightOf(const Font& font)
     return 700;
 }
 
-/// The image's icon with room around it.
+std::string drawingOf(const Image::Native& native)
+{
+    if (!native.outline.empty())
+        return native.outline;
+    std::ifstream file(native.iconFolder / (native.iconName + ".svg"));
+    return { std::istreambuf_iterator<char>(file), {} };
+}
+
+/// The image's icon, with room around it where it is not to take the whole square.
 ThemedIcon madeIcon(const Image::Native& native, int percent)
 {
     constexpr std::string_view ending = "-symbolic";
-    std::ifstream file(native.iconFolder / (native.iconName + ".svg"));
-    const std::string whole { std::istreambuf_iterator<char>(file), {} };
-    const auto drawing = desktop::withRoom(whole, percent);
-    auto name = native.iconName.substr(0, native.iconName.size() - ending.size()) + "-" + std::to_string(percent);
-    name += ending;
-    if (!drawing || !desktop::keepMadeIcon(name, *drawing))
+    std::optional<std::string> drawing = drawingOf(native);
+    auto name = native.iconName;
+    if (percent < 100) {
+        drawing = desktop::withRoom(*drawing, percent);
+        name.insert(name.size() - ending.size(), "-" + std::to_string(percent));
+    }
+    auto file = drawing ? desktop::MadeIcon::keep(name, *drawing) : nullptr;
+    if (!file)
         return {};
-    return { std::move(name), desktop::madeIconsFolder()->string() };
+    return { std::move(name), desktop::madeIconsFolder()->string(), std::move(file) };
 }
 
 } // namespace
@@ -199,17 +212,19 @@ std::shared_ptr<desktop::Picture> pictureOf(const Image& image)
 std::shared_ptr<desktop::Picture> pictureOf(const std::string& text, const Font& font)
 {
     using Subject = desktop::Picture::Subject;
-    return desktop::Picture::of(
-        { Subject::Kind::Text, text, desktop::templateColour, percentOf(font.pointSize), weightOf(font) });
+    // Users enter texts of any length, of which no more is drawn.
+    constexpr std::size_t mostBytes = 512;
+    return desktop::Picture::of({ Subject::Kind::Text, text.substr(0, mostBytes), desktop::templateColour,
+        percentOf(font.pointSize), weightOf(font) });
 }
 
 ThemedIcon themedIconOf(const Image& image)
 {
     const auto& native = image.native();
-    if (!image.isTemplate() || native.iconName.empty() || native.iconFolder.empty())
+    if (!image.isTemplate() || native.iconName.empty())
         return {};
     const auto percent = percentOf(image);
-    if (percent == 100)
+    if (percent == 100 && !native.iconFolder.empty())
         return { native.iconName, native.iconFolder.string() };
     return madeIcon(native, percent);
 }

@@ -2,6 +2,7 @@
 
 #include "platform/appkit/Image.h"
 #include "platform/linux/statusarea/Picture.h"
+#include "platform/linux/statusarea/SymbolicIcon.h"
 
 #include <filesystem>
 #include <optional>
@@ -15,10 +16,11 @@ struct Image::Native {
     /// The contents of a PNG file no larger than status areas need. Empty for an image with a path.
     std::string data {};
 
-    /// The same drawing as a themed icon that is recoloured: its name and the folder that has its file. Both empty
-    /// where there is none.
+    /// The same drawing as a themed icon that is recoloured: its name, and the folder that has its file or, of a
+    /// picture from elsewhere, what is to be in it. All empty where there is none.
     std::string iconName {};
     std::filesystem::path iconFolder {};
+    std::string outline {};
 
     /// Set for a symbol that is drawn like a letter.
     std::optional<SymbolConfiguration> configuration {};
@@ -34,9 +36,11 @@ struct Image::Native {
 struct ThemedIcon {
     std::string name;
     std::string folder;
+    /// Keeps the file there where it was made.
+    std::shared_ptr<const desktop::MadeIcon> file {};
 };
 
-/// May write that icon's file.
+/// May make that icon's file.
 [[nodiscard]] ThemedIcon themedIconOf(const Image& image);
 
 } // namespace appkit

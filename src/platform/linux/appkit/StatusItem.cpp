@@ -28,10 +28,12 @@ bool needsActivate()
     return desktop::namesDesktop(desktops, "LXQt") || desktop::namesDesktop(desktops, "MATE");
 }
 
-/// Shows an item's menu at a single click, whichever button was used.
+/// Shows an item's menu at a single click, whichever button was used. Desktops that are made of GNOME's parts have a
+/// status area of their own, which sends clicks.
 bool opensMenusOnly()
 {
-    return desktop::namesDesktop(desktop::environment("XDG_CURRENT_DESKTOP"), "GNOME");
+    const auto desktops = desktop::environment("XDG_CURRENT_DESKTOP");
+    return desktop::namesDesktop(desktops, "GNOME") && !desktop::namesDesktop(desktops, "Budgie");
 }
 
 /// How long an item keeps its former picture when it turns blank.
@@ -50,9 +52,9 @@ desktop::StatusNotifierItem::Appearance lookOf(const StatusBarButton& button)
     if (!image && button.title().empty())
         return {};
     if (!image)
-        return { {}, {}, {}, pictureOf(button.title(), button.font()), {} };
+        return { {}, {}, {}, {}, pictureOf(button.title(), button.font()), {} };
     auto icon = themedIconOf(*image);
-    return { std::move(icon.name), std::move(icon.folder), {}, pictureOf(*image), {} };
+    return { std::move(icon.name), std::move(icon.folder), std::move(icon.file), {}, pictureOf(*image), {} };
 }
 
 void logOnce(const std::string& line)
@@ -240,10 +242,14 @@ void StatusItem::Native::update()
         return;
     if (!menu && takesRightClicks())
         menuServer_->rowsChanged();
-    if (auto look = appearance(); look.picture)
-        show(std::move(look));
-    else if (!pendingBlank_)
-        // A picture that is on its way from outside comes soon, and hosts would flicker.
+    auto look = appearance();
+    if (look.picture)
+        return show(std::move(look));
+    // A picture that is on its way from outside comes soon, and hosts would flicker. The title is known.
+    auto former = item_->appearance();
+    former.title = look.title;
+    item_->setAppearance(std::move(former));
+    if (!pendingBlank_)
         pendingBlank_ = desktop::callAfter(blankPatience, [this] { show(appearance()); });
 }
 
@@ -303,7 +309,8 @@ StatusItem::StatusItem(std::unique_ptr<Native> native)
 
 void StatusItem::setAutosaveName(std::string_view name)
 {
-    const desktop::GLibPointer<> escaped(g_uri_escape_string(std::string(name).c_str(), nullptr, FALSE));
+    const desktop::GLibPointer<> escaped(
+        g_uri_escape_bytes(reinterpret_cast<const guint8*>(name.data()), name.size(), nullptr));
     native_->id = std::string("perchly-") + escaped.get();
 }
 

@@ -54,8 +54,13 @@ Painter painterForData(const Request& request)
         decodedPicture(request.value).release(), [](cairo_surface_t* surface) { cairo_surface_destroy(surface); });
     if (!picture)
         return nullptr;
-    return [picture, percent = request.percent](cairo_t* context, int size) {
+    const auto smallest = request.sizes.empty() ? 0 : std::ranges::min(request.sizes);
+    return [picture, smallest, percent = request.percent](cairo_t* context, int size) {
         const auto side = cairo_image_surface_get_width(picture.get());
+        // Enlarged so much it would be but a blur, and take its room in every message.
+        constexpr auto mostEnlarged = 2;
+        if (size > smallest && drawnSide(size, percent) > mostEnlarged * side)
+            return false;
         const auto scale = scaleFor(side, size, percent);
         const auto margin = (size - side * scale) / 2;
         cairo_translate(context, scale == 1 ? std::floor(margin) : margin, scale == 1 ? std::floor(margin) : margin);

@@ -9,8 +9,8 @@
 namespace drawing {
 namespace {
 
-/// More letters than that could not be told from each other, and would take their time.
-constexpr glong mostCharacters = 64;
+/// More letters than that could not be told from each other, and many more could not be seen at all.
+constexpr glong mostCharacters = 12;
 
 using Layout = std::unique_ptr<PangoLayout, UnrefObject>;
 

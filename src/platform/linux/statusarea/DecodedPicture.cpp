@@ -11,6 +11,8 @@ namespace desktop {
 namespace {
 
 constexpr std::ptrdiff_t mostAtOnce = 2;
+/// Several times what a picture and its outline take.
+constexpr gsize mostDecoded = gsize { 256 } << 10U;
 
 /// Holds one of the places while it lives.
 class Place {
@@ -61,11 +63,18 @@ VariantPointer decodedFile(int file)
         return nullptr;
     const ObjectPointer<GSubprocess> process(
         g_subprocess_launcher_spawn(launcher.get(), nullptr, program->c_str(), "decode", nullptr));
-    GBytes* output = nullptr;
-    if (!process || !g_subprocess_communicate(process.get(), nullptr, nullptr, &output, nullptr, nullptr))
+    if (!process)
         return nullptr;
-    auto* answer = g_variant_new_from_bytes(G_VARIANT_TYPE(drawing::decodedType), output, FALSE);
-    g_bytes_unref(output);
+    auto* output = g_malloc(mostDecoded);
+    gsize size = 0;
+    g_input_stream_read_all(g_subprocess_get_stdout_pipe(process.get()), output, mostDecoded, &size, nullptr, nullptr);
+    // A program that says more has been taken over by what it decodes.
+    if (size == mostDecoded)
+        g_subprocess_force_exit(process.get());
+    g_subprocess_wait(process.get(), nullptr, nullptr);
+    auto* bytes = g_bytes_new_take(output, size);
+    auto* answer = g_variant_new_from_bytes(G_VARIANT_TYPE(drawing::decodedType), bytes, FALSE);
+    g_bytes_unref(bytes);
     auto owned = adoptVariant(answer);
     return g_subprocess_get_successful(process.get()) ? std::move(owned) : nullptr;
 }

@@ -54,7 +54,7 @@ bool DrawingProgram::isRunning()
 
 void DrawingProgram::sendNext()
 {
-    while (!waiting_.empty() && underWay_.size() < mostUnderWay) {
+    while (!waiting_.empty() && maySend(waiting_.front())) {
         auto job = std::move(waiting_.front());
         waiting_.pop_front();
         if (!isRunning()) {
@@ -69,6 +69,14 @@ void DrawingProgram::sendNext()
     watch();
 }
 
+/// One that may have been too much for the program is alone with it.
+bool DrawingProgram::maySend(const Job& job) const
+{
+    if (job.isRetried || (!underWay_.empty() && underWay_.front().isRetried))
+        return underWay_.empty();
+    return underWay_.size() < mostUnderWay;
+}
+
 void DrawingProgram::take(const VariantPointer& answer)
 {
     if (!answer || underWay_.empty())
@@ -80,11 +88,16 @@ void DrawingProgram::take(const VariantPointer& answer)
     job.finish(adoptVariant(drawn));
 }
 
-/// One of the pictures under way was too much for it; the others get a new one.
+/// One of the pictures under way was too much for it. Which one is seen when each is drawn alone, by a new program.
 void DrawingProgram::ended()
 {
     disconnect();
-    const auto lost = std::exchange(underWay_, {});
+    auto lost = std::exchange(underWay_, {});
+    const bool isKnown = !lost.empty() && lost.front().isRetried;
+    for (; !isKnown && !lost.empty(); lost.pop_back()) {
+        lost.back().isRetried = true;
+        waiting_.push_front(std::move(lost.back()));
+    }
     sendNext();
     for (const auto& job : lost)
         job.finish(nullptr);

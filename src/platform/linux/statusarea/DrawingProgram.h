@@ -26,9 +26,12 @@ private:
     struct Job {
         VariantPointer request;
         Finish finish;
+        /// It was under way once when the program ended.
+        bool isRetried = false;
     };
 
     void sendNext();
+    [[nodiscard]] bool maySend(const Job& job) const;
     bool isRunning();
     void take(const VariantPointer& answer);
     void ended();

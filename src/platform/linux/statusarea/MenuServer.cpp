@@ -201,10 +201,14 @@ void MenuServer::getProperty(const BusCall& call)
 }
 
 /// The action itself runs later: the host that sends the event may still hold the pointer.
-bool MenuServer::perform(std::int32_t id, std::string_view event) const
+bool MenuServer::perform(std::int32_t id, std::string_view event)
 {
+    const bool isClick = event == "clicked";
+    // Some hosts never say that a menu opens: what a row of theirs carries may be long out of date.
+    if (isClick && !std::exchange(isOpen_, false) && refresh().layout)
+        announceLayout();
     auto action = tree_.actionOf(id);
-    if (event == "clicked" && action)
+    if (isClick && action)
         foundation::dispatchMainAsync(action);
     return action || tree_.find(id);
 }
@@ -257,6 +261,7 @@ void MenuServer::open(bool isRoot, const std::function<void(bool changed)>& repl
 {
     if (!isRoot)
         return reply(false);
+    isOpen_ = true;
     const bool changed = refresh().layout;
     reply(changed);
     // Plasma takes one signal after the reply as its echo and drops it; libdbusmenu reads only the signal.

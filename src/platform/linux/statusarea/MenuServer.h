@@ -47,7 +47,7 @@ private:
     void aboutToShow(const BusCall& call);
     void aboutToShowGroup(const BusCall& call);
 
-    bool perform(std::int32_t id, std::string_view event) const;
+    bool perform(std::int32_t id, std::string_view event);
     void open(bool isRoot, const std::function<void(bool changed)>& reply);
     void prepare();
     MenuChange refresh();
@@ -61,6 +61,8 @@ private:
     Source source_;
     MenuTree tree_;
     bool isPrepared_ = false;
+    /// A host has said that the menu opens, and nothing has been chosen since.
+    bool isOpen_ = false;
     std::set<const Picture*> beingDrawn_;
     SourceHandle pendingChange_;
     std::optional<ExportedObject> object_;

@@ -26,10 +26,10 @@ RegistrationQueue& RegistrationQueue::shared()
     return queue;
 }
 
-void RegistrationQueue::enter(GDBusConnection* item, std::function<void()> registerItem)
+void RegistrationQueue::enter(GDBusConnection* item, Connection connection, std::function<void()> registerItem)
 {
     std::erase_if(waiting_, [item](const Entry& entry) { return entry.item == item; });
-    waiting_.push_back({ item, std::move(registerItem) });
+    waiting_.push_back({ item, connection, std::move(registerItem) });
     if (!current_)
         next();
 }
@@ -57,13 +57,15 @@ void RegistrationQueue::next()
 {
     end_.reset();
     current_ = nullptr;
-    if (waiting_.empty())
-        return;
-    const auto entry = std::move(waiting_.front());
-    waiting_.pop_front();
-    current_ = entry.item;
-    end_ = callAfter(patienceMilliseconds, [this] { next(); });
-    entry.registerItem();
+    while (!waiting_.empty() && !current_) {
+        const auto entry = std::move(waiting_.front());
+        waiting_.pop_front();
+        if (entry.connection == Connection::Own || panelLosesItems()) {
+            current_ = entry.item;
+            end_ = callAfter(patienceMilliseconds, [this] { next(); });
+        }
+        entry.registerItem();
+    }
 }
 
 } // namespace desktop

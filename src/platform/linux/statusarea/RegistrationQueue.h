@@ -7,16 +7,19 @@
 
 namespace desktop {
 
-/// Items register one after another, in the order in which they enter: their connections are no order by themselves.
-/// Each waits until the status area has answered the one before; on Xfce, until the panel has taken that one up: while
-/// it writes down an item that it meets for the first time, it forgets others that come, and never shows them.
+/// Items register one after another, in the order in which they enter. After one that registers over a connection of
+/// its own the next waits for the status area's answer, because connections are in no order; on Xfce, after any, until
+/// the panel has taken it up: while it writes down an item that it meets for the first time, it forgets others that
+/// come, and never shows them.
 /// Items are told apart by their connections. Main thread.
 class RegistrationQueue {
 public:
     static RegistrationQueue& shared();
 
-    /// Calls `registerItem` when it is the item's turn, which may be at once.
-    void enter(GDBusConnection* item, std::function<void()> registerItem);
+    enum class Connection { Own, Shared };
+
+    /// Calls `registerItem`, which registers over a connection of that kind, when it is the item's turn: maybe at once.
+    void enter(GDBusConnection* item, Connection connection, std::function<void()> registerItem);
 
     /// The status area has answered the item.
     void itemWasRegistered(GDBusConnection* item);
@@ -30,6 +33,7 @@ public:
 private:
     struct Entry {
         GDBusConnection* item;
+        Connection connection;
         std::function<void()> registerItem;
     };
 

@@ -9,6 +9,7 @@
 
 namespace desktop {
 
+class MadeIcon;
 class Picture;
 
 /// An org.kde.StatusNotifierItem object: what a status area knows of an item. Main thread.
@@ -18,6 +19,8 @@ public:
         /// A themed icon that hosts recolour, and the folder to look it up in. Empty: only the picture.
         std::string iconName;
         std::string iconThemePath;
+        /// Keeps that icon's file there; null where it needs no keeping.
+        std::shared_ptr<const MadeIcon> iconFile;
         /// For hosts that show text beside or in place of the picture.
         std::string label;
         std::shared_ptr<Picture> picture;
@@ -48,6 +51,7 @@ public:
         GDBusConnection* connection, Configuration configuration, Appearance appearance, ClickHandler clicked);
 
     void setAppearance(Appearance appearance);
+    [[nodiscard]] const Appearance& appearance() const { return appearance_; }
 
 private:
     StatusNotifierItem(Configuration configuration, Appearance appearance, ClickHandler clicked);

@@ -85,6 +85,9 @@ public:
     StatusAreaSignals(const StatusAreaSignals&) = delete;
     StatusAreaSignals& operator=(const StatusAreaSignals&) = delete;
 
+    /// Null without a bus.
+    [[nodiscard]] GDBusConnection* connection() const { return connection_.get(); }
+
     void add(StatusNotifierWatcher& item) { items_.push_back(&item); }
     void remove(StatusNotifierWatcher& item) { std::erase(items_, &item); }
 
@@ -155,7 +158,15 @@ StatusNotifierWatcher::~StatusNotifierWatcher()
 void StatusNotifierWatcher::registerItem()
 {
     retry_.reset();
-    RegistrationQueue::shared().enter(connection_.get(), [this] { sendRegistration(); });
+    using Connection = RegistrationQueue::Connection;
+    RegistrationQueue::shared().enter(connection_.get(),
+        sender() == connection_.get() ? Connection::Own : Connection::Shared, [this] { sendRegistration(); });
+}
+
+GDBusConnection* StatusNotifierWatcher::sender() const
+{
+    const bool isPath = service_.starts_with('/');
+    return isPath || !signals_->connection() ? connection_.get() : signals_->connection();
 }
 
 void StatusNotifierWatcher::sendRegistration()
@@ -171,7 +182,7 @@ void StatusNotifierWatcher::sendRegistration()
             static_cast<StatusNotifierWatcher*>(self)->registrationAnswered(reply != nullptr);
     };
     constexpr auto defaultTimeout = -1;
-    g_dbus_connection_call(connection_.get(), watcherName, watcherPath, watcherName, "RegisterStatusNotifierItem",
+    g_dbus_connection_call(sender(), watcherName, watcherPath, watcherName, "RegisterStatusNotifierItem",
         g_variant_new("(s)", service_.c_str()), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, defaultTimeout,
         cancellable_.get(), answered, this);
 }

@@ -13,7 +13,8 @@ class StatusAreaSignals;
 /// it. Says once in the log when there is no area. The item must be exported before. Main thread.
 class StatusNotifierWatcher {
 public:
-    /// `service` is what to register: an object path of this connection, or the connection's own name.
+    /// `service` is what to register: an object path of this connection, or the connection's own name. A name can be
+    /// registered by anyone, and is so over the connection that all items share.
     StatusNotifierWatcher(GDBusConnection* connection, std::string service);
     ~StatusNotifierWatcher();
     StatusNotifierWatcher(const StatusNotifierWatcher&) = delete;
@@ -27,6 +28,9 @@ private:
     void registrationAnswered(bool succeeded);
     void ownerChanged(bool hasOwner);
     void itemUnregistered(std::string_view item);
+
+    /// Where a registration is sent.
+    [[nodiscard]] GDBusConnection* sender() const;
 
     ObjectPointer<GDBusConnection> connection_;
     ObjectPointer<GCancellable> cancellable_;

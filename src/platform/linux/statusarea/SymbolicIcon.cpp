@@ -8,6 +8,7 @@
 #include <glib/gstdio.h>
 #include <iterator>
 #include <locale>
+#include <map>
 #include <sstream>
 #include <unistd.h>
 
@@ -52,22 +53,20 @@ std::optional<std::string> withRoom(const std::string& drawing, int percent)
     return drawing.substr(0, begin) + box.str() + drawing.substr(end);
 }
 
-bool keepMadeIcon(const std::string& name, const std::string& drawing)
+namespace {
+
+bool write(const std::filesystem::path& file, const std::string& drawing)
 {
-    const auto folder = madeIconsFolder();
-    if (!folder || drawing.empty())
-        return false;
-    const auto file = *folder / (name + ".svg");
     if (contentsOf(file) == drawing)
         return true;
     std::error_code error;
-    std::filesystem::create_directories(*folder, error);
-    auto unfinished = (*folder / ".new-XXXXXX").string();
+    std::filesystem::create_directories(file.parent_path(), error);
+    auto unfinished = (file.parent_path() / ".new-XXXXXX").string();
     const auto descriptor = g_mkstemp_full(unfinished.data(), O_WRONLY | O_CLOEXEC, 0644);
     if (descriptor < 0)
         return false;
     // Not opened anew: to truncate a file has some file systems write it to the disk when it is closed.
-    const auto written = write(descriptor, drawing.data(), drawing.size());
+    const auto written = ::write(descriptor, drawing.data(), drawing.size());
     const bool isWritten = g_close(descriptor, nullptr) && written == static_cast<gssize>(drawing.size());
     if (isWritten)
         std::filesystem::rename(unfinished, file, error);
@@ -75,6 +74,57 @@ bool keepMadeIcon(const std::string& name, const std::string& drawing)
     if (!isKept)
         std::filesystem::remove(unfinished, error);
     return isKept;
+}
+
+using Icons = std::map<std::filesystem::path, std::weak_ptr<const MadeIcon>>;
+
+/// Those that are shown, by their files.
+Icons& shownIcons()
+{
+    // Never destroyed: items show their icons until the very end.
+    static auto& icons = *new Icons;
+    return icons;
+}
+
+void removeUnusedIconsLater()
+{
+    constexpr unsigned patience = 30000;
+    static const auto removal = callAfter(patience, removeUnusedIcons);
+}
+
+} // namespace
+
+std::shared_ptr<const MadeIcon> MadeIcon::keep(const std::string& name, const std::string& drawing)
+{
+    const auto folder = madeIconsFolder();
+    const auto file = folder ? *folder / (name + ".svg") : std::filesystem::path();
+    if (!folder || drawing.empty() || !write(file, drawing))
+        return nullptr;
+    removeUnusedIconsLater();
+    auto& known = shownIcons()[file];
+    auto icon = known.lock();
+    if (!icon)
+        known = icon = std::shared_ptr<const MadeIcon>(new MadeIcon(file));
+    return icon;
+}
+
+MadeIcon::~MadeIcon()
+{
+    shownIcons().erase(file_);
+    std::error_code ignored;
+    std::filesystem::remove(file_, ignored);
+}
+
+void removeUnusedIcons()
+{
+    const auto folder = madeIconsFolder();
+    if (!folder)
+        return;
+    std::error_code ignored;
+    for (const auto& entry : std::filesystem::directory_iterator(*folder, ignored)) {
+        if (!shownIcons().contains(entry.path()))
+            std::filesystem::remove(entry.path(), ignored);
+    }
 }
 
 std::string madeIconName(const std::string& drawing)
