@@ -21,14 +21,16 @@ std::vector<std::string> environmentWith(std::map<std::string, std::string> chan
         changes.emplace(text.substr(0, separator), text.substr(separator + 1)); // a change that is there wins
     }
     std::vector<std::string> result;
+    result.reserve(changes.size());
     for (const auto& [name, value] : changes)
-        result.push_back(name + "=" + value);
+        result.push_back(name + '=' + value);
     return result;
 }
 
 std::vector<char*> pointersTo(std::vector<std::string>& texts)
 {
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (auto& text : texts)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);
