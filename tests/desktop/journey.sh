@@ -122,7 +122,7 @@ wren_has_become_narrower() {
 }
 
 wren_size_is_stored() {
-    [[ $(stored_size) == "$((WIDTH / scale)) $((HEIGHT / scale))" ]]
+    locate_window "$wren" && [[ $(stored_size) == "$((WIDTH / scale)) $((HEIGHT / scale))" ]]
 }
 
 # The same bookmarks in two files, however they are written.
