@@ -73,6 +73,11 @@ void BookmarkActionStrip::addButtons(const Actions& actions)
 
 void BookmarkActionStrip::show(const Bookmark& bookmark)
 {
+    if (bookmarkId_ != bookmark.id) {
+        bookmarkId_ = bookmark.id;
+        for (const auto& button : buttons_)
+            button->dropPress();
+    }
     for (std::size_t index = 0; index < buttonCount; ++index) {
         const auto& look = currentLook(looks[index], bookmark);
         if (std::exchange(symbols_[index], look.symbol) == look.symbol)

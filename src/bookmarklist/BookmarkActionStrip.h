@@ -6,6 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <memory>
+#include <string>
 
 namespace appkit {
 class Button;
@@ -25,7 +26,8 @@ public:
 
     [[nodiscard]] static std::shared_ptr<BookmarkActionStrip> create(foundation::Rect frame, const Actions& actions);
 
-    /// Gives the buttons the symbols and tool tips that fit the bookmark's present state.
+    /// Gives the buttons the symbols and tool tips that fit the bookmark's present state. A press that began at
+    /// another bookmark comes to nothing.
     void show(const Bookmark& bookmark);
 
     [[nodiscard]] const std::array<std::shared_ptr<appkit::Button>, buttonCount>& buttons() const { return buttons_; }
@@ -35,6 +37,7 @@ private:
     void addButtons(const Actions& actions);
 
     std::array<std::shared_ptr<appkit::Button>, buttonCount> buttons_;
+    std::string bookmarkId_;
     /// What each button shows, so that it is changed only where it differs.
     std::array<const char*, buttonCount> symbols_ {};
 };

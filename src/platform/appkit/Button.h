@@ -50,6 +50,9 @@ public:
     /// Does what a click does: changes the state of a checkbox, and sends the action. Nothing while disabled.
     void performClick();
 
+    /// Whoever is pressing the button presses nothing from now on, until the next time.
+    void dropPress();
+
 private:
     Button(std::unique_ptr<Native> native, Action action);
 

@@ -59,6 +59,13 @@ void showPicture(GtkButton* button, const Image* image)
     gtk_button_set_child(button, view);
 }
 
+/// GTK's own mark of a button that a key has pressed: it acts a moment later, and nothing can stop it.
+constexpr auto pressedByKey = "keyboard-activating";
+
+struct PressedKey {
+    bool isDropped = false;
+};
+
 } // namespace
 
 Button::Button(std::unique_ptr<Native> native, Action action)
@@ -66,8 +73,12 @@ Button::Button(std::unique_ptr<Native> native, Action action)
     , action_(std::move(action))
 {
     auto* widget = widgetOf(*this);
+    const auto key = std::make_shared<PressedKey>();
+    this->native().helper = key;
     const auto* signal = GTK_IS_CHECK_BUTTON(widget) ? "toggled" : "clicked";
-    this->native().connections.push_back(desktop::connect<void()>(widget, signal, [this] {
+    this->native().connections.push_back(desktop::connect<void()>(widget, signal, [this, key] {
+        if (std::exchange(key->isDropped, false))
+            return;
         // Held until the operation has returned, which may take the button away.
         if (const auto self = weak_from_this().lock())
             action_.send(*this);
@@ -172,6 +183,19 @@ void Button::performClick()
         gtk_check_button_set_active(GTK_CHECK_BUTTON(widget), !gtk_check_button_get_active(GTK_CHECK_BUTTON(widget)));
     else
         action_.send(*this);
+}
+
+void Button::dropPress()
+{
+    auto* widget = widgetOf(*this);
+    const auto controllers = desktop::adopt(gtk_widget_observe_controllers(widget));
+    for (guint index = 0; index < g_list_model_get_n_items(controllers.get()); ++index) {
+        const auto controller
+            = desktop::adopt(static_cast<GtkEventController*>(g_list_model_get_item(controllers.get(), index)));
+        if (GTK_IS_GESTURE(controller.get()))
+            gtk_event_controller_reset(controller.get());
+    }
+    static_cast<PressedKey*>(native().helper.get())->isDropped = gtk_widget_has_css_class(widget, pressedByKey);
 }
 
 } // namespace appkit

@@ -4,6 +4,38 @@
 #include "platform/macos/appkit/Conversions.h"
 #include "platform/macos/appkit/ImageNative.h"
 
+/// A button whose press can be dropped while the mouse is down.
+@interface PerchlyButton : NSButton
+- (void)dropPress;
+@end
+
+@implementation PerchlyButton {
+    BOOL _isPressed;
+    BOOL _isDropped;
+}
+
+- (void)mouseDown:(NSEvent*)event
+{
+    // Held: the action may take the button away. It has been sent when the mouse is up.
+    PerchlyButton* held = self;
+    held->_isPressed = YES;
+    [super mouseDown:event];
+    held->_isPressed = NO;
+    held->_isDropped = NO;
+}
+
+- (BOOL)sendAction:(SEL)action to:(id)target
+{
+    return !_isDropped && [super sendAction:action to:target];
+}
+
+- (void)dropPress
+{
+    _isDropped = _isPressed;
+}
+
+@end
+
 namespace appkit {
 namespace {
 
@@ -23,7 +55,7 @@ Button::Button(std::unique_ptr<Native> native, Action action)
 
 std::shared_ptr<Button> Button::withImage(std::shared_ptr<Image> image, Action action)
 {
-    NSButton* native = [NSButton buttonWithImage:[[NSImage alloc] init] target:nil action:nil];
+    PerchlyButton* native = [PerchlyButton buttonWithImage:[[NSImage alloc] init] target:nil action:nil];
     auto button = std::shared_ptr<Button>(new Button(makeButton(native), std::move(action)));
     button->setImage(std::move(image));
     return button;
@@ -31,7 +63,7 @@ std::shared_ptr<Button> Button::withImage(std::shared_ptr<Image> image, Action a
 
 std::shared_ptr<Button> Button::withTitle(std::string_view title, Action action)
 {
-    NSButton* native = [NSButton buttonWithTitle:nativeText(title) target:nil action:nil];
+    PerchlyButton* native = [PerchlyButton buttonWithTitle:nativeText(title) target:nil action:nil];
     auto button = std::shared_ptr<Button>(new Button(makeButton(native), std::move(action)));
     button->title_ = title;
     return button;
@@ -39,7 +71,7 @@ std::shared_ptr<Button> Button::withTitle(std::string_view title, Action action)
 
 std::shared_ptr<Button> Button::checkbox(std::string_view title, Action action)
 {
-    NSButton* native = [NSButton checkboxWithTitle:nativeText(title) target:nil action:nil];
+    PerchlyButton* native = [PerchlyButton checkboxWithTitle:nativeText(title) target:nil action:nil];
     auto button = std::shared_ptr<Button>(new Button(makeButton(native), std::move(action)));
     button->title_ = title;
     return button;
@@ -94,6 +126,11 @@ bool Button::isEnabled() const
 void Button::performClick()
 {
     [nativeView<NSButton>(*this) performClick:nil];
+}
+
+void Button::dropPress()
+{
+    [nativeView<PerchlyButton>(*this) dropPress];
 }
 
 } // namespace appkit
