@@ -6,6 +6,7 @@
 #include "bookmarks/Notifications.h"
 #include "pinned/CustomIconDialog.h"
 #include "pinned/PinnedBookmarkMenu.h"
+#include "pinned/RunningDialog.h"
 #include "pinned/StatusItemIcon.h"
 #include "platform/appkit/Application.h"
 #include "platform/appkit/ContextMenu.h"
@@ -26,6 +27,14 @@ using appkit::EventMask;
 using appkit::EventType;
 using appkit::MenuItem;
 using appkit::StatusBarButton;
+
+/// What the row carries; null where it carries another thing, or where no action may start.
+template <class Value>
+const Value* startAction(const MenuItem& sender)
+{
+    foundation::assertMainThread();
+    return isHeldUpByDialog() ? nullptr : std::any_cast<Value>(&sender.representedObject());
+}
 
 void saveAndAnnounce(const Bookmark& bookmark)
 {
@@ -206,21 +215,6 @@ void PinnedBookmarkManager::showContextMenu(const Bookmark& bookmark, StatusBarB
     appkit::popUpContextMenu(std::move(menu), *event, button);
 }
 
-/// What the row carries; null where it carries another thing, or where no action may start.
-template <class Value>
-const Value* PinnedBookmarkManager::startAction(const MenuItem& sender) const
-{
-    foundation::assertMainThread();
-    return isHeldUpByDialog() ? nullptr : std::any_cast<Value>(&sender.representedObject());
-}
-
-bool PinnedBookmarkManager::isHeldUpByDialog() const
-{
-    if (isDialogRunning_)
-        appkit::Application::sharedApplication().activateIgnoringOtherApps();
-    return isDialogRunning_;
-}
-
 void PinnedBookmarkManager::detachWindow(MenuItem& sender)
 {
     const auto* bookmark = startAction<Bookmark>(sender);
@@ -298,10 +292,7 @@ void PinnedBookmarkManager::editCustomIcon(MenuItem& sender)
     if (!bookmark)
         return;
     appkit::Application::sharedApplication().activateIgnoringOtherApps();
-    isDialogRunning_ = true;
-    const auto changed = askForCustomIcon(*bookmark);
-    isDialogRunning_ = false;
-    if (changed)
+    if (const auto changed = askForCustomIcon(*bookmark))
         saveAndAnnounce(*changed);
 }
 

@@ -35,6 +35,7 @@ public:
     void statusItemClicked(appkit::StatusBarButton& sender);
 
     // What the rows of an item's menu do. Each saves the bookmark as it was when the menu was built, with its change.
+    // While a dialog waits for its answer, clicks and rows only bring that forward.
     void detachWindow(appkit::MenuItem& sender);
     void toggleReloadOnOpen(appkit::MenuItem& sender);
     void toggleAlwaysOnTop(appkit::MenuItem& sender);
@@ -42,7 +43,6 @@ public:
     void toggleOpenInSystemBrowser(appkit::MenuItem& sender);
     void changeUserAgent(appkit::MenuItem& sender);
     void changeIconSize(appkit::MenuItem& sender);
-    /// While its dialog runs, clicks and rows only bring that forward.
     void editCustomIcon(appkit::MenuItem& sender);
     void togglePinnedStatus(appkit::MenuItem& sender);
     void removeFromMenubar(appkit::MenuItem& sender);
@@ -67,16 +67,12 @@ private:
     void applyIcon(appkit::StatusBarButton& button, const Bookmark& bookmark);
     void showContextMenu(const Bookmark& bookmark, appkit::StatusBarButton& button);
     void toggle(bool Bookmark::*flag, const appkit::MenuItem& sender);
-    template <class Value>
-    const Value* startAction(const appkit::MenuItem& sender) const;
-    [[nodiscard]] bool isHeldUpByDialog() const;
 
     std::weak_ptr<PinnedBookmarkManagerDelegate> delegate_;
     std::map<std::string, std::shared_ptr<appkit::StatusItem>, std::less<>> statusItems_;
     std::unordered_map<std::size_t, std::string> bookmarkIdMap_;
     appkit::StatusBar& statusBar_;
     foundation::ObservationToken bookmarksObservation_;
-    bool isDialogRunning_ = false;
 };
 
 } // namespace perchly

@@ -7,6 +7,7 @@
 #include "bookmarks/BookmarkManager.h"
 #include "bookmarks/Notifications.h"
 #include "bookmarks/Preferences.h"
+#include "pinned/RunningDialog.h"
 #include "platform/appkit/Application.h"
 #include "platform/appkit/Image.h"
 #include "platform/appkit/Menu.h"
@@ -127,6 +128,8 @@ void StatusBarController::updateMenu()
 void StatusBarController::statusBarButtonClicked()
 {
     foundation::assertMainThread();
+    if (isHeldUpByDialog())
+        return;
     if (surfaces_->popover().isShown())
         return surfaces_->popover().performClose();
     const auto browser = showGeneralBrowser();
@@ -136,7 +139,8 @@ void StatusBarController::statusBarButtonClicked()
 
 void StatusBarController::showBrowserWindow()
 {
-    showGeneralBrowser();
+    if (!isHeldUpByDialog())
+        showGeneralBrowser();
 }
 
 std::shared_ptr<BrowserViewController> StatusBarController::showGeneralBrowser()
@@ -153,6 +157,8 @@ std::shared_ptr<BrowserViewController> StatusBarController::showGeneralBrowser()
 void StatusBarController::pinnedBookmarkClicked(appkit::MenuItem& sender)
 {
     foundation::assertMainThread();
+    if (isHeldUpByDialog())
+        return;
     const auto* bookmark = representedBookmark(sender);
     if (!bookmark)
         return;
@@ -195,6 +201,8 @@ void StatusBarController::updateWindowLevel(const Bookmark& bookmark)
 void StatusBarController::openInSystemBrowserClicked(appkit::MenuItem& sender)
 {
     foundation::assertMainThread();
+    if (isHeldUpByDialog())
+        return;
     if (const auto* bookmark = representedBookmark(sender))
         openInDefaultBrowser(addressWithScheme(bookmark->url));
 }
@@ -208,6 +216,8 @@ void StatusBarController::showBookmarkInPopover(const Bookmark& bookmark)
 void StatusBarController::showBookmarkList()
 {
     foundation::assertMainThread();
+    if (isHeldUpByDialog())
+        return;
     if (!bookmarkListWindowController_) {
         const auto list = std::make_shared<BookmarkListViewController>();
         list->setDelegate(weak_from_this());
@@ -221,6 +231,8 @@ void StatusBarController::showBookmarkList()
 void StatusBarController::showSettings()
 {
     foundation::assertMainThread();
+    if (isHeldUpByDialog())
+        return;
     if (!settingsWindowController_) {
         settingsWindowController_ = makeWindowController("Settings", { 450, 420 },
             std::make_shared<SettingsViewController>(), WindowStyleMask::Titled | WindowStyleMask::Closable);
@@ -232,6 +244,8 @@ void StatusBarController::showSettings()
 void StatusBarController::showAbout()
 {
     foundation::assertMainThread();
+    if (isHeldUpByDialog())
+        return;
     showAboutWindow({ "openAppWebsite", weak_from_this(), &StatusBarController::openAppWebsite });
 }
 

@@ -20,7 +20,8 @@ class WindowController;
 
 namespace perchly {
 
-/// Owns everything that the user sees: the main status item with its menu, and the browsers. Main thread.
+/// Owns everything that the user sees: the main status item with its menu, and the browsers. While a dialog waits for
+/// its answer, what the user does with the item and its menu only brings that forward, but for quitting. Main thread.
 class StatusBarController : public appkit::PopoverDelegate,
                             public BrowserViewControllerDelegate,
                             public PinnedBookmarkManagerDelegate,
