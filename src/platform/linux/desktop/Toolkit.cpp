@@ -27,19 +27,31 @@ void chooseBackends()
     g_setenv("WEBKIT_DISABLE_COMPOSITING_MODE", "1", FALSE);
 }
 
-void addStyle()
+void addProvider(GtkCssProvider* provider)
+{
+    gtk_style_context_add_provider_for_display(
+        gdk_display_get_default(), GTK_STYLE_PROVIDER(provider), GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
+    g_object_unref(provider);
+}
+
+void addProgramStyle()
 {
     const auto style = foundation::Bundle::mainBundle().pathForResource("style.css");
     if (!style)
         return;
     auto* provider = gtk_css_provider_new();
     gtk_css_provider_load_from_path(provider, style->c_str());
-    gtk_style_context_add_provider_for_display(
-        gdk_display_get_default(), GTK_STYLE_PROVIDER(provider), GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
-    g_object_unref(provider);
+    addProvider(provider);
 }
 
 } // namespace
+
+void addStyle(const char* style)
+{
+    auto* provider = gtk_css_provider_new();
+    gtk_css_provider_load_from_data(provider, style, -1);
+    addProvider(provider);
+}
 
 bool hasRenderNode()
 {
@@ -64,7 +76,7 @@ void loadToolkit()
     chooseBackends();
     if (!gtk_init_check())
         foundation::fatalError("There is no display to show a window on");
-    addStyle();
+    addProgramStyle();
 }
 
 bool isX11()

@@ -7,6 +7,9 @@ void loadToolkit();
 
 [[nodiscard]] bool isToolkitLoaded();
 
+/// Rules, as CSS, for widgets of our own, over the theme's. Once the toolkit is loaded.
+void addStyle(const char* style);
+
 /// True where the windows of this program are X11 windows that it may place itself (also through XWayland).
 [[nodiscard]] bool isX11();
 

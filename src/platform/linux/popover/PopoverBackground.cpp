@@ -1,5 +1,7 @@
 #include "platform/linux/popover/PopoverBackground.h"
 
+#include "platform/linux/desktop/Toolkit.h"
+
 #include <algorithm>
 
 namespace desktop {
@@ -277,18 +279,9 @@ void initialize(GTypeInstance* instance, gpointer)
     gtk_widget_set_can_target(background->arrow, FALSE);
 }
 
-void addStyle()
-{
-    auto* provider = gtk_css_provider_new();
-    gtk_css_provider_load_from_data(provider, style, -1);
-    gtk_style_context_add_provider_for_display(
-        gdk_display_get_default(), GTK_STYLE_PROVIDER(provider), GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
-    g_object_unref(provider);
-}
-
 GType registerType()
 {
-    addStyle();
+    addStyle(style);
     return g_type_register_static_simple(GTK_TYPE_WIDGET, "PerchlyPopoverBackground", sizeof(GtkWidgetClass),
         initializeClass, sizeof(Background), initialize, static_cast<GTypeFlags>(0));
 }

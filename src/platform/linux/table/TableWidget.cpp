@@ -1,5 +1,7 @@
 #include "platform/linux/table/TableWidget.h"
 
+#include "platform/linux/desktop/Toolkit.h"
+
 namespace desktop {
 namespace {
 
@@ -196,18 +198,9 @@ void initialize(GTypeInstance* instance, gpointer)
     addClicks(widget);
 }
 
-void addStyle()
-{
-    auto* provider = gtk_css_provider_new();
-    gtk_css_provider_load_from_data(provider, style, -1);
-    gtk_style_context_add_provider_for_display(
-        gdk_display_get_default(), GTK_STYLE_PROVIDER(provider), GTK_STYLE_PROVIDER_PRIORITY_APPLICATION);
-    g_object_unref(provider);
-}
-
 GType registerType()
 {
-    addStyle();
+    addStyle(style);
     const auto type = g_type_register_static_simple(GTK_TYPE_WIDGET, "PerchlyTable", sizeof(GtkWidgetClass),
         initializeClass, sizeof(TableWidget), initialize, static_cast<GTypeFlags>(0));
     const GInterfaceInfo scrollable { initializeScrollable, nullptr, nullptr };
