@@ -16,6 +16,8 @@
 #include "platform/foundation/FatalError.h"
 #include "platform/foundation/FileManager.h"
 
+#include <utility>
+
 namespace perchly {
 namespace {
 
@@ -331,13 +333,18 @@ std::optional<Bookmark> BookmarkListViewController::saveInverted(bool Bookmark::
 void BookmarkListViewController::importButtonClicked()
 {
     foundation::assertMainThread();
+    if (std::exchange(hasFilePanel_, true))
+        return;
     appkit::OpenPanel panel;
     panel.title = "Import Bookmarks";
     panel.allowedContentType = appkit::ContentType::Json;
     appkit::Application::sharedApplication().activateIgnoringOtherApps();
     panel.begin([weak = weak_from_this()](const std::optional<std::filesystem::path>& file) {
         const auto self = weak.lock();
-        if (self && file)
+        if (!self)
+            return;
+        self->hasFilePanel_ = false;
+        if (file)
             self->importBookmarks(*file);
     });
 }
@@ -356,6 +363,8 @@ void BookmarkListViewController::importBookmarks(const std::filesystem::path& fi
 void BookmarkListViewController::exportButtonClicked()
 {
     foundation::assertMainThread();
+    if (std::exchange(hasFilePanel_, true))
+        return;
     appkit::SavePanel panel;
     panel.title = "Export Bookmarks";
     panel.allowedContentType = appkit::ContentType::Json;
@@ -363,7 +372,10 @@ void BookmarkListViewController::exportButtonClicked()
     appkit::Application::sharedApplication().activateIgnoringOtherApps();
     panel.begin([weak = weak_from_this()](const std::optional<std::filesystem::path>& file) {
         const auto self = weak.lock();
-        if (self && file)
+        if (!self)
+            return;
+        self->hasFilePanel_ = false;
+        if (file)
             self->exportBookmarks(*file);
     });
 }

@@ -43,6 +43,7 @@ public:
     void searchFieldChanged(appkit::SearchField& sender);
     void tableViewDoubleClick(appkit::TableView& sender);
     void addButtonClicked();
+    /// Nothing while a panel for choosing a file is open, and so is exporting.
     void importButtonClicked();
     void exportButtonClicked();
 
@@ -103,6 +104,7 @@ private:
     std::vector<std::size_t> filteredBookmarks_;
     BookmarkSearch search_;
     foundation::ObservationToken bookmarksObservation_;
+    bool hasFilePanel_ = false;
 };
 
 } // namespace perchly

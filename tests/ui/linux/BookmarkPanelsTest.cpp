@@ -204,6 +204,29 @@ TEST_F(BookmarkPanelsTest, AllBookmarksGoToTheChosenPlace)
     EXPECT_EQ(sheet()->messageText, "Export Successful");
 }
 
+TEST_F(BookmarkPanelsTest, OneIsOpenAtATime)
+{
+    const auto countPanels = [] {
+        auto count = 0;
+        (void)shownWindow([&](GtkWindow* each) {
+            count += GTK_IS_FILE_CHOOSER(each) ? 1 : 0;
+            return false;
+        });
+        return count;
+    };
+    openPanel(*list->importButton());
+
+    for (const auto& button : { list->importButton(), list->exportButton() })
+        button->performClick();
+    perchly::test::handlePendingEvents();
+
+    EXPECT_EQ(countPanels(), 1);
+    respond(GTK_RESPONSE_CANCEL);
+    ASSERT_TRUE(waitUntil([] { return panel() == nullptr; }));
+    openPanel(*list->exportButton());
+    EXPECT_EQ(titleOfPanel(), "Export Bookmarks");
+}
+
 TEST_F(BookmarkPanelsTest, ACancelledExportWritesNothingAndShowsNothing)
 {
     openPanel(*list->exportButton());

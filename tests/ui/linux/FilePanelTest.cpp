@@ -1,10 +1,20 @@
 #include "platform/linux/appkit/FilePanel.h"
 
+#include "platform/appkit/Alert.h"
+#include "platform/appkit/Button.h"
 #include "platform/appkit/OpenPanel.h"
+#include "platform/foundation/DispatchQueue.h"
 #include "platform/linux/desktop/GObject.h"
+#include "platform/linux/desktop/X11Property.h"
+#include "platform/linux/desktop/X11Window.h"
 #include "support/UserFolders.h"
+#include "support/linux/ScreenPointer.h"
 #include "support/linux/ToolkitFunction.h"
 #include "ui/ContentWindow.h"
+
+#include <gdk/x11/gdkx.h>
+
+#include <X11/Xatom.h>
 
 #include <fstream>
 
@@ -78,10 +88,50 @@ protected:
         return name ? name.get() : "";
     }
 
+    [[nodiscard]] static std::filesystem::path folder() { return std::getenv("XDG_DATA_HOME"); }
+
+    /// Confirms the panel there, once it has read the folder, and answers a question that follows.
+    void saveInFolder()
+    {
+        const auto pathFrom = [](const char* getter) -> std::filesystem::path {
+            const auto file = desktop::adopt(toolkitFunction<GFile* (*)(GtkWindow*)>(getter)(shownPanel()));
+            const desktop::GLibPointer<> path(file ? g_file_get_path(file.get()) : nullptr);
+            return path ? path.get() : "";
+        };
+        // It goes to a folder of its own choice first.
+        ASSERT_TRUE(waitUntil([&] { return !pathFrom("gtk_file_chooser_get_current_folder").empty(); }));
+        const auto place = desktop::adopt(g_file_new_for_path(folder().c_str()));
+        using SetFolder = gboolean(GtkWindow*, GFile*, GError**);
+        toolkitFunction<SetFolder*>("gtk_file_chooser_set_current_folder")(shownPanel(), place.get(), nullptr);
+        using SetName = void(GtkWindow*, const char*);
+        toolkitFunction<SetName*>("gtk_file_chooser_set_current_name")(shownPanel(), save.nameFieldStringValue.c_str());
+        const auto wanted = folder() / save.nameFieldStringValue;
+        ASSERT_TRUE(waitUntil([&] { return pathFrom("gtk_file_chooser_get_file") == wanted; }));
+        lookForQuestion();
+        respond(GTK_RESPONSE_ACCEPT);
+        EXPECT_TRUE(waitUntil([&] { return !answers.given.empty(); }));
+        look_.reset();
+    }
+
+    /// Nobody else comes to it while the question waits.
+    void lookForQuestion()
+    {
+        look_ = desktop::callAfter(10, [this] {
+            if (auto* alert = appkit::Alert::running())
+                answerTo(*alert);
+            else
+                lookForQuestion();
+        });
+    }
+
+    std::function<void(appkit::Alert&)> answerTo = [](appkit::Alert& alert) { alert.performClick(1); };
     perchly::test::UserFolders folders;
     Answers answers;
     OpenPanel open;
     SavePanel save;
+
+private:
+    desktop::SourceHandle look_;
 };
 
 TEST_F(FilePanelTest, HasItsTitleAndStandsBeforeTheWindow)
@@ -91,9 +141,48 @@ TEST_F(FilePanelTest, HasItsTitleAndStandsBeforeTheWindow)
     waitForPanel();
     const std::string title = gtk_window_get_title(shownPanel());
     EXPECT_EQ(title, "Import Bookmarks");
-    EXPECT_TRUE(gtk_window_get_modal(shownPanel()));
     EXPECT_NE(gtk_window_get_transient_for(shownPanel()), nullptr);
     EXPECT_THAT(answers.given, testing::IsEmpty());
+}
+
+TEST_F(FilePanelTest, LeavesOtherWindowsUsable)
+{
+    struct Receiver {
+        void receive() { ++count; }
+        int count = 0;
+    };
+    const auto receiver = std::make_shared<Receiver>();
+    const auto button = appkit::Button::withTitle("Other", { "receive", std::weak_ptr(receiver), &Receiver::receive });
+    const auto other = appkit::Window::create({ { 20, 20 }, contentSize }, appkit::WindowStyleMask::Titled);
+    const auto otherContent = std::make_shared<Content>();
+    other->setContentViewController(otherContent);
+    otherContent->view()->addSubview(button);
+    appkit::activateConstraints({
+        button->leadingAnchor().equalTo(otherContent->view()->leadingAnchor()),
+        button->topAnchor().equalTo(otherContent->view()->topAnchor()),
+    });
+    open.begin(answers.handler());
+    waitForPanel();
+
+    other->makeKeyAndOrderFront();
+    ASSERT_TRUE(waitUntil([&] { return other->isKeyWindow() && button->frame().size.width > 0; }));
+    perchly::test::ScreenPointer pointer;
+    ASSERT_TRUE(pointer.moveTo(perchly::test::middleOf(*button)));
+    pointer.press();
+    pointer.release();
+
+    EXPECT_TRUE(waitUntil([&] { return receiver->count == 1; }));
+    other->close();
+}
+
+TEST_F(FilePanelTest, HasTheProgramsIcon)
+{
+    open.begin(answers.handler());
+
+    waitForPanel();
+    auto* display = gdk_display_get_default();
+    const auto id = desktop::X11Window(GTK_WIDGET(shownPanel())).id();
+    EXPECT_NE(desktop::X11Property(display, id, "_NET_WM_ICON", XA_CARDINAL, 2).values(), nullptr);
 }
 
 TEST_F(FilePanelTest, CancellingNamesNoFile)
@@ -144,6 +233,50 @@ TEST_F(FilePanelTest, SuggestsAName)
     waitForPanel();
 
     EXPECT_EQ(suggestedName(), "backup.json");
+}
+
+TEST_F(FilePanelTest, ANameWithoutASuffixGetsThatOfItsType)
+{
+    save.nameFieldStringValue = "backup";
+    save.begin(answers.handler());
+    waitForPanel();
+
+    saveInFolder();
+
+    EXPECT_THAT(answers.given, testing::ElementsAre(std::optional(folder() / "backup.json")));
+}
+
+TEST_F(FilePanelTest, ANameWithAnotherSuffixKeepsIt)
+{
+    save.nameFieldStringValue = "backup.txt";
+    save.begin(answers.handler());
+    waitForPanel();
+
+    saveInFolder();
+
+    EXPECT_THAT(answers.given, testing::ElementsAre(std::optional(folder() / "backup.txt")));
+}
+
+TEST_F(FilePanelTest, AsksBeforeItReplacesAFileByItsSuffix)
+{
+    std::ofstream(folder() / "backup.json") << "{}";
+    save.nameFieldStringValue = "backup";
+    for (const auto answer : { 0U, 1U }) {
+        answers.given.clear();
+        save.begin(answers.handler());
+        waitForPanel();
+        std::string question;
+        answerTo = [&](appkit::Alert& alert) {
+            question = alert.messageText;
+            alert.performClick(answer);
+        };
+
+        saveInFolder();
+
+        EXPECT_THAT(question, testing::HasSubstr("backup.json"));
+        const auto chosen = answer == 0 ? std::optional(folder() / "backup.json") : std::nullopt;
+        EXPECT_THAT(answers.given, testing::ElementsAre(chosen));
+    }
 }
 
 TEST_F(FilePanelTest, QuittingCancelsEveryPanel)

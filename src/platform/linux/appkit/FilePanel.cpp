@@ -1,8 +1,10 @@
 #include "platform/linux/appkit/FilePanel.h"
 
+#include "platform/appkit/Alert.h"
 #include "platform/linux/desktop/FrontWindow.h"
 #include "platform/linux/desktop/GObject.h"
 #include "platform/linux/desktop/Toolkit.h"
+#include "platform/linux/desktop/WindowIcon.h"
 
 #include <algorithm>
 #include <memory>
@@ -17,6 +19,8 @@ using Chooser = desktop::ObjectPointer<GtkFileChooserNative>;
 struct OpenedPanel {
     Chooser chooser;
     SavePanel::CompletionHandler completionHandler;
+    /// For a file to be saved whose name has none; else empty.
+    std::string suffix;
     desktop::SignalConnection response;
 };
 
@@ -39,11 +43,19 @@ desktop::ObjectPointer<GtkFileFilter> filterFor(ContentType type)
     return filter;
 }
 
+std::string suffixFor(ContentType type)
+{
+    switch (type) {
+    case ContentType::Json:
+        return ".json";
+    }
+    return {};
+}
+
 Chooser makeChooser(const FilePanel& panel)
 {
     auto made = desktop::adopt(
         gtk_file_chooser_native_new(panel.title.c_str(), desktop::frontWindow(), panel.action, nullptr, nullptr));
-    gtk_native_dialog_set_modal(GTK_NATIVE_DIALOG(made.get()), TRUE);
     auto* chooser = GTK_FILE_CHOOSER(made.get());
     gtk_file_chooser_add_filter(chooser, filterFor(panel.contentType).get());
     if (panel.action == GTK_FILE_CHOOSER_ACTION_SAVE)
@@ -59,6 +71,37 @@ std::optional<std::filesystem::path> chosenFile(GtkFileChooser* chooser)
     return path ? std::optional<std::filesystem::path>(path.get()) : std::nullopt;
 }
 
+bool mayReplace(const std::filesystem::path& file)
+{
+    Alert question;
+    question.style = AlertStyle::Critical;
+    question.messageText = "A file named “" + file.filename().string() + "” already exists. Do you want to replace it?";
+    question.informativeText = "Replacing it will overwrite its contents.";
+    question.buttonTitles = { "Replace", "Cancel" };
+    return question.runModal() == 0;
+}
+
+/// The panel has asked about the file of the name that the user typed, but not about that one.
+std::optional<std::filesystem::path> withSuffix(std::filesystem::path file, const std::string& suffix)
+{
+    if (suffix.empty() || file.has_extension())
+        return file;
+    file += suffix;
+    std::error_code isUnknown;
+    return !std::filesystem::exists(file, isUnknown) || mayReplace(file) ? std::optional(file) : std::nullopt;
+}
+
+/// Panels of the toolkit's own are windows of this program; those of a desktop's portal are not.
+void setPanelIcons()
+{
+    auto* windows = gtk_window_list_toplevels();
+    for (auto* link = windows; link; link = link->next) {
+        if (GTK_IS_FILE_CHOOSER(link->data) && gtk_widget_get_realized(GTK_WIDGET(link->data)))
+            desktop::setWindowIcon(GTK_WIDGET(link->data));
+    }
+    g_list_free(windows);
+}
+
 void end(const OpenedPanel& panel, int response)
 {
     auto& panels = openedPanels();
@@ -66,9 +109,10 @@ void end(const OpenedPanel& panel, int response)
     const auto ended = std::move(*place);
     panels.erase(place);
     ended->response.disconnect();
-    const auto file
-        = response == GTK_RESPONSE_ACCEPT ? chosenFile(GTK_FILE_CHOOSER(ended->chooser.get())) : std::nullopt;
+    auto file = response == GTK_RESPONSE_ACCEPT ? chosenFile(GTK_FILE_CHOOSER(ended->chooser.get())) : std::nullopt;
     gtk_native_dialog_destroy(GTK_NATIVE_DIALOG(ended->chooser.get()));
+    if (file)
+        file = withSuffix(*std::move(file), ended->suffix);
     ended->completionHandler(file);
 }
 
@@ -79,12 +123,15 @@ void beginFilePanel(const FilePanel& panel, SavePanel::CompletionHandler complet
     desktop::loadToolkit();
     auto opened = std::make_unique<OpenedPanel>();
     opened->chooser = makeChooser(panel);
+    if (panel.action == GTK_FILE_CHOOSER_ACTION_SAVE)
+        opened->suffix = suffixFor(panel.contentType);
     opened->completionHandler = std::move(completionHandler);
     opened->response = desktop::connect<void(int)>(
         opened->chooser.get(), "response", [self = opened.get()](int response) { end(*self, response); });
     auto* chooser = GTK_NATIVE_DIALOG(opened->chooser.get());
     openedPanels().push_back(std::move(opened));
     gtk_native_dialog_show(chooser);
+    setPanelIcons();
 }
 
 void cancelFilePanels()
