@@ -118,7 +118,7 @@ void BookmarkManager::toggle(bool Bookmark::*flag, std::string_view id)
 foundation::Status BookmarkManager::importBookmarks(const std::filesystem::path& file)
 {
     foundation::assertMainThread();
-    const auto contents = fileManager_.contentsOfFile(file, BookmarkCollection::decodePadding);
+    const auto contents = fileManager_.contentsOfFile(file, BookmarkCollection::decodePadding, largestImport);
     if (!contents)
         return contents.error();
     auto imported = BookmarkCollection::decode(contents.value());

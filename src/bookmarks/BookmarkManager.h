@@ -22,6 +22,9 @@ public:
     /// The application's store, loaded on first use.
     static BookmarkManager& shared();
 
+    /// Four times what a hundred thousand bookmarks take: still read within seconds.
+    static constexpr std::size_t largestImport = std::size_t { 128 } << 20U;
+
     /// Loads the file; one that is missing, unreadable or undecodable is replaced by the default list.
     explicit BookmarkManager(foundation::FileManager& fileManager);
 
@@ -46,7 +49,8 @@ public:
     void toggleMenuBar(std::string_view id);
 
     /// Merges a document into the list: a known id is replaced in place, an address that the list holds already is
-    /// skipped, the rest is appended. An error means that the file could not be read and nothing changed.
+    /// skipped, the rest is appended. An error means that the file could not be read, or is larger than the largest
+    /// import, and nothing changed.
     foundation::Status importBookmarks(const std::filesystem::path& file);
 
     /// Replaces the whole list by the five bookmarks of a first start.

@@ -121,6 +121,17 @@ TEST_F(FileManagerTest, AGiantFileIsNotRead)
     expectUnreadable(file, "File too large");
 }
 
+TEST_F(FileManagerTest, AFileIsReadUpToTheSizeThatWasAllowed)
+{
+    const auto file = home_.fileHolding("0123456789");
+
+    EXPECT_EQ(files_.contentsOfFile(file, 0, 10).value(), "0123456789");
+    const auto refused = files_.contentsOfFile(file, 0, 9);
+    ASSERT_FALSE(refused);
+    EXPECT_EQ(refused.error().localizedDescription, file.string() + ": File too large");
+    EXPECT_FALSE(files_.contentsOfFile("/proc/self/maps", 0, 100));
+}
+
 TEST_F(FileManagerTest, AFileWithoutPermissionIsNotRead)
 {
     const auto file = home_.fileHolding("secret");

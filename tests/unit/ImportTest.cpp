@@ -219,6 +219,16 @@ TEST_F(ImportTest, AGiantFileOfHolesChangesNothing)
     expectRefusal(file);
 }
 
+TEST_F(ImportTest, AFileThatWouldTakeTooLongChangesNothing)
+{
+    const auto document = encoded({ bookmarkNamed("B") });
+    const std::string blanks(BookmarkManager::largestImport - document.size(), ' ');
+
+    expectRefusal(home_.fileHolding(document + blanks + ' '));
+
+    EXPECT_TRUE(storeHolding({}).importBookmarks(home_.fileHolding(document + blanks)));
+}
+
 TEST_F(ImportTest, AFailedSaveIsOnlyLogged)
 {
     auto& store = storeHolding({});

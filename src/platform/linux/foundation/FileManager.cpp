@@ -1,11 +1,11 @@
 #include "platform/foundation/FileManager.h"
 
+#include "platform/foundation/FileReading.h"
 #include "platform/linux/foundation/UserDirectory.h"
 
 #include <cerrno>
 #include <fcntl.h>
 #include <glib.h>
-#include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
 #include <utility>
@@ -13,9 +13,6 @@
 namespace foundation {
 
 namespace {
-
-// Reading is bounded, so that a sparse giant chosen by mistake is an error and not the end of the process.
-constexpr std::size_t largestFile = std::size_t { 1 } << 30;
 
 Error errorAt(const std::filesystem::path& path, int code)
 {
@@ -46,22 +43,6 @@ public:
 private:
     int number_;
 };
-
-/// Reads up to `size` bytes, fewer only at the end of the file; -1 and errno on failure.
-ssize_t readFully(int file, char* bytes, std::size_t size)
-{
-    std::size_t done = 0;
-    while (done < size) {
-        const ssize_t count = ::read(file, bytes + done, size - done);
-        if (count == 0)
-            break;
-        if (count < 0 && errno != EINTR)
-            return -1;
-        if (count > 0)
-            done += static_cast<std::size_t>(count);
-    }
-    return static_cast<ssize_t>(done);
-}
 
 bool writeFully(int file, std::string_view bytes)
 {
@@ -121,33 +102,10 @@ Status FileManager::createDirectory(const std::filesystem::path& path) const
     return success();
 }
 
-Result<std::string> FileManager::contentsOfFile(const std::filesystem::path& path, std::size_t padding) const
+Result<std::string> FileManager::contentsOfFile(
+    const std::filesystem::path& path, std::size_t padding, std::size_t largestSize) const
 {
-    // Without O_NONBLOCK, opening a named pipe would wait for somebody to write into it.
-    const Descriptor file(path, O_RDONLY | O_NONBLOCK);
-    struct stat status { };
-    if (!file.isOpen() || ::fstat(file.number(), &status) != 0)
-        return errorAt(path, errno);
-    if (S_ISDIR(status.st_mode))
-        return errorAt(path, EISDIR);
-    if (!S_ISREG(status.st_mode))
-        return Error { path.string() + ": Not a regular file" };
-
-    // One byte more than the file holds, so that a single turn sees its end; files that grow take more.
-    std::string contents;
-    std::size_t size = 0;
-    for (auto room = static_cast<std::size_t>(status.st_size) + 1; contents.size() == size; room = size) {
-        if (size + room > largestFile)
-            return errorAt(path, EFBIG);
-        contents.reserve(size + room + padding);
-        contents.resize(size + room);
-        const ssize_t count = readFully(file.number(), contents.data() + size, room);
-        if (count < 0)
-            return errorAt(path, errno);
-        size += static_cast<std::size_t>(count);
-    }
-    contents.resize(size);
-    return contents;
+    return readFile(path, padding, largestSize);
 }
 
 Status FileManager::write(std::string_view bytes, const std::filesystem::path& path) const

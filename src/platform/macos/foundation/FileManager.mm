@@ -1,5 +1,6 @@
 #include "platform/foundation/FileManager.h"
 
+#include "platform/foundation/FileReading.h"
 #include "platform/macos/foundation/Conversions.h"
 
 namespace foundation {
@@ -35,16 +36,10 @@ Status FileManager::createDirectory(const std::filesystem::path& path) const
     return success();
 }
 
-Result<std::string> FileManager::contentsOfFile(const std::filesystem::path& path, std::size_t padding) const
+Result<std::string> FileManager::contentsOfFile(
+    const std::filesystem::path& path, std::size_t padding, std::size_t largestSize) const
 {
-    NSError* error = nil;
-    NSData* data = [NSData dataWithContentsOfFile:nativePath(path) options:0 error:&error];
-    if (!data)
-        return errorFrom(error);
-    std::string contents;
-    contents.reserve(data.length + padding);
-    contents.assign(static_cast<const char*>(data.bytes), data.length);
-    return contents;
+    return readFile(path, padding, largestSize);
 }
 
 Status FileManager::write(std::string_view bytes, const std::filesystem::path& path) const
