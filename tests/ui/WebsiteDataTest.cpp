@@ -193,6 +193,22 @@ TEST_F(WebsiteDataTest, WhatIsWrittenLateGoesToo)
     EXPECT_TRUE(perchly::test::waitUntil([&] { return !findsList(); }));
 }
 
+TEST_F(WebsiteDataTest, WhatIsLoadedSinceStays)
+{
+    keepEverywhere();
+    removeAllData();
+    openAFreshView();
+    run(thenMark("fetch('/cached').then(response => response.text())", " fetched"), " fetched");
+    const auto hasCopy = [] {
+        const auto files = filesWith(trace);
+        return std::ranges::any_of(files, [](const auto& file) { return file.find("WebKitCache") != file.npos; });
+    };
+    ASSERT_TRUE(perchly::test::waitUntil(hasCopy));
+
+    // Until the last of what was loaded before would have been written.
+    EXPECT_FALSE(perchly::test::waitUntil([&] { return !hasCopy(); }, std::chrono::seconds(9)));
+}
+
 TEST_F(WebsiteDataTest, AnOpenPageLosesWhatItHasKept)
 {
     keepEverywhere();

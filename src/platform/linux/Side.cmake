@@ -30,6 +30,7 @@ target_sources(perchly_platform PRIVATE
   linux/desktop/StackContainer.cpp
   linux/desktop/SymbolPaintable.cpp
   linux/desktop/Toolkit.cpp
+  linux/desktop/UnfinishedWork.cpp
   linux/desktop/WindowContent.cpp
   linux/desktop/WindowIcon.cpp
   linux/desktop/X11Pointer.cpp

@@ -5,6 +5,7 @@
 #include "platform/linux/appkit/EventScope.h"
 #include "platform/linux/appkit/FilePanel.h"
 #include "platform/linux/desktop/GObject.h"
+#include "platform/linux/desktop/UnfinishedWork.h"
 
 #include <array>
 
@@ -149,7 +150,9 @@ void Application::terminate()
 {
     cancelFilePanels();
     cancelRunningAlerts();
-    g_application_quit(native_->application.get());
+    // What the user has asked for shortly before is still done.
+    constexpr auto longestWait = 2000U;
+    desktop::finishWork(longestWait, [this] { g_application_quit(native_->application.get()); });
 }
 
 } // namespace appkit

@@ -4,6 +4,7 @@
 #include "platform/linux/webkit/EngineWidget.h"
 #include "platform/linux/webkit/MediaSilencer.h"
 #include "platform/linux/webkit/PageRecovery.h"
+#include "platform/linux/webkit/WebsiteDataStoreNative.h"
 
 #include <utility>
 
@@ -138,6 +139,7 @@ void WebView::Engine::loadingChanged()
 void WebView::Engine::loadChanged(WebKitLoadEvent event)
 {
     if (event == WEBKIT_LOAD_STARTED) {
+        keepWhatIsLoaded();
         hasFailed = false;
         hasStarted = true;
         if (std::exchange(stopsAtStart, false))

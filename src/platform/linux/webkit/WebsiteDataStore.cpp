@@ -2,6 +2,7 @@
 
 #include "platform/linux/desktop/LateBinding.h"
 #include "platform/linux/desktop/Toolkit.h"
+#include "platform/linux/desktop/UnfinishedWork.h"
 #include "platform/linux/foundation/UserDirectory.h"
 #include "platform/linux/webkit/EngineWidget.h"
 #include "platform/linux/webkit/StorageFolders.h"
@@ -51,20 +52,6 @@ std::unique_ptr<WebsiteDataStore::Native> makeStore()
 
 using Work = std::function<void()>;
 
-void deleteWork(gpointer work)
-{
-    delete static_cast<Work*>(work);
-}
-
-void runAfter(unsigned milliseconds, Work work)
-{
-    const auto run = +[](gpointer data) -> gboolean {
-        (*static_cast<Work*>(data))();
-        return G_SOURCE_REMOVE;
-    };
-    g_timeout_add_full(G_PRIORITY_DEFAULT, milliseconds, run, new Work(std::move(work)), deleteWork);
-}
-
 /// Removes data of those kinds, of whatever time.
 void clear(WebKitNetworkSession* session, WebKitWebsiteDataTypes kinds, Work done)
 {
@@ -98,6 +85,76 @@ constexpr auto listsAreWritten = 8000U;
 constexpr auto caches
     = static_cast<WebKitWebsiteDataTypes>(WEBKIT_WEBSITE_DATA_MEMORY_CACHE | WEBKIT_WEBSITE_DATA_DISK_CACHE);
 
+unsigned loadCount = 0;
+
+/// A removal, until nothing comes late any more. Whoever calls it back keeps it.
+class Removal : public std::enable_shared_from_this<Removal> {
+public:
+    Removal(WebKitNetworkSession* session, Work completionHandler)
+        : session_(session)
+        , completionHandler_(std::move(completionHandler))
+    {
+    }
+
+    void begin()
+    {
+        work_.emplace([self = weak_from_this()] {
+            if (const auto removal = self.lock())
+                removal->hurry();
+        });
+        clear(session_, WEBKIT_WEBSITE_DATA_ALL, [self = shared_from_this()] { self->removeLate(); });
+    }
+
+private:
+    void removeLate()
+    {
+        removeLeftovers(session_);
+        responses_ = desktop::callAfter(responsesAreWritten, [self = shared_from_this()] {
+            self->clearCaches([self] {
+                self->responses_.reset();
+                self->completionHandler_();
+                if (self->isHurried_)
+                    self->end();
+            });
+        });
+        lists_ = desktop::callAfter(
+            listsAreWritten, [self = shared_from_this()] { self->clearCaches([self] { self->end(); }); });
+    }
+
+    /// The lists that are not written yet are not written at all then.
+    void hurry()
+    {
+        const auto waitsForListsAlone = lists_ && !responses_;
+        if (!std::exchange(isHurried_, true) && waitsForListsAlone)
+            clearCaches([self = shared_from_this()] { self->end(); });
+    }
+
+    /// The engine can't tell what is new in them, so a page that was loaded since keeps all.
+    void clearCaches(Work done)
+    {
+        if (loadCount == loadCountAtBegin_)
+            clear(session_, caches, std::move(done));
+        else
+            done();
+    }
+
+    void end()
+    {
+        const auto kept = shared_from_this();
+        responses_.reset();
+        lists_.reset();
+        work_.reset();
+    }
+
+    WebKitNetworkSession* session_; // the store's, which is never destroyed
+    Work completionHandler_;
+    unsigned loadCountAtBegin_ = loadCount;
+    bool isHurried_ = false;
+    std::optional<desktop::UnfinishedWork> work_;
+    desktop::SourceHandle responses_;
+    desktop::SourceHandle lists_;
+};
+
 } // namespace
 
 std::shared_ptr<WebsiteDataStore> WebsiteDataStore::defaultDataStore()
@@ -116,13 +173,12 @@ WebsiteDataStore::~WebsiteDataStore() = default;
 
 void WebsiteDataStore::removeAllData(std::function<void()> completionHandler)
 {
-    // The session is the store's, which is never destroyed.
-    auto* session = native_->session.get();
-    clear(session, WEBKIT_WEBSITE_DATA_ALL, [session, done = std::move(completionHandler)] {
-        removeLeftovers(session);
-        runAfter(responsesAreWritten, [session, done] { clear(session, caches, done); });
-        runAfter(listsAreWritten, [session] { clear(session, caches, [] {}); });
-    });
+    std::make_shared<Removal>(native_->session.get(), std::move(completionHandler))->begin();
+}
+
+void keepWhatIsLoaded()
+{
+    ++loadCount;
 }
 
 } // namespace webkit

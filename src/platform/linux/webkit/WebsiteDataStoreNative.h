@@ -12,4 +12,7 @@ struct WebsiteDataStore::Native {
     desktop::SignalConnection downloads;
 };
 
+/// Has data stay that the engine writes from now on: a page of ours begins to load.
+void keepWhatIsLoaded();
+
 } // namespace webkit
