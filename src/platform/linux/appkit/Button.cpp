@@ -62,8 +62,11 @@ void showPicture(GtkButton* button, const Image* image)
 /// GTK's own mark of a button that a key has pressed: it acts a moment later, and nothing can stop it.
 constexpr auto pressedByKey = "keyboard-activating";
 
-struct PressedKey {
+struct Press {
+    /// Of a key.
     bool isDropped = false;
+    /// It is over, and what it stands for is being done.
+    bool isSent = false;
 };
 
 } // namespace
@@ -73,15 +76,19 @@ Button::Button(std::unique_ptr<Native> native, Action action)
     , action_(std::move(action))
 {
     auto* widget = widgetOf(*this);
-    const auto key = std::make_shared<PressedKey>();
-    this->native().helper = key;
+    const auto press = std::make_shared<Press>();
+    this->native().helper = press;
     const auto* signal = GTK_IS_CHECK_BUTTON(widget) ? "toggled" : "clicked";
-    this->native().connections.push_back(desktop::connect<void()>(widget, signal, [this, key] {
-        if (std::exchange(key->isDropped, false))
+    this->native().connections.push_back(desktop::connect<void()>(widget, signal, [this, press] {
+        if (std::exchange(press->isDropped, false))
             return;
         // Held until the operation has returned, which may take the button away.
-        if (const auto self = weak_from_this().lock())
-            action_.send(*this);
+        const auto self = weak_from_this().lock();
+        if (!self)
+            return;
+        press->isSent = true;
+        action_.send(*this);
+        press->isSent = false;
     }));
 }
 
@@ -188,6 +195,10 @@ void Button::performClick()
 void Button::dropPress()
 {
     auto* widget = widgetOf(*this);
+    auto& press = *static_cast<Press*>(native().helper.get());
+    // Without its gesture the release that is under way would be a click on what is below.
+    if (press.isSent)
+        return;
     const auto controllers = desktop::adopt(gtk_widget_observe_controllers(widget));
     for (guint index = 0; index < g_list_model_get_n_items(controllers.get()); ++index) {
         const auto controller
@@ -195,7 +206,7 @@ void Button::dropPress()
         if (GTK_IS_GESTURE(controller.get()))
             gtk_event_controller_reset(controller.get());
     }
-    static_cast<PressedKey*>(native().helper.get())->isDropped = gtk_widget_has_css_class(widget, pressedByKey);
+    press.isDropped = gtk_widget_has_css_class(widget, pressedByKey);
 }
 
 } // namespace appkit
