@@ -44,7 +44,19 @@ void collectTexts(GtkWidget* widget, std::vector<std::string>& texts)
         collectTexts(child, texts);
 }
 
+/// Which of the classes that themes know the default button has.
+std::string lookOfDefault(GtkWidget* window)
+{
+    auto* button = gtk_window_get_default_widget(GTK_WINDOW(window));
+    for (const auto* look : { "suggested-action", "destructive-action" }) {
+        if (button && gtk_widget_has_css_class(button, look))
+            return look;
+    }
+    return {};
+}
+
 struct ShownAlert {
+    std::string look;
     int width = 0;
     int height = 0;
     std::vector<std::string> texts;
@@ -60,6 +72,7 @@ ShownAlert shown(Alert alert)
             seen.width = gtk_widget_get_width(window);
             seen.height = gtk_widget_get_height(window);
             collectTexts(window, seen.texts);
+            seen.look = lookOfDefault(window);
         }
         alert.performClick(0);
     });
@@ -106,6 +119,19 @@ TEST(AlertTextTest, WhatEndsATextInCEndsNoneHere)
 
     ASSERT_FALSE(seen.texts.empty());
     EXPECT_EQ(seen.texts[0], "before\u2400after");
+}
+
+TEST(AlertTextTest, OnlyTheChoiceOfACriticalQuestionLooksDestructive)
+{
+    Alert alert;
+    alert.style = appkit::AlertStyle::Critical;
+    EXPECT_EQ(shown(alert).look, "suggested-action");
+
+    alert.buttonTitles = { "Reset", "Cancel" };
+    EXPECT_EQ(shown(alert).look, "destructive-action");
+
+    alert.style = appkit::AlertStyle::Warning;
+    EXPECT_EQ(shown(alert).look, "suggested-action");
 }
 
 } // namespace

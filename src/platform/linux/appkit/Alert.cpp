@@ -45,8 +45,11 @@ GtkWidget* accessoryOf(const Alert& alert)
 
 GtkWindow* makeWindow(const Alert& alert, GtkWindow* parent, const std::function<void(std::size_t)>& answer)
 {
+    auto titles = titlesOf(alert);
+    const auto isDestructive = alert.style == AlertStyle::Critical && titles.size() > 1;
     return desktop::makeAlertWindow(
-        { alert.messageText, alert.informativeText, titlesOf(alert), accessoryOf(alert) }, parent, answer);
+        { alert.messageText, alert.informativeText, std::move(titles), accessoryOf(alert), isDestructive }, parent,
+        answer);
 }
 
 void takeDown(const Alert& alert, GtkWindow* window)

@@ -34,9 +34,9 @@ void connectForGood(gpointer emitter, const char* signal, Handler handler)
 }
 
 // The button that confirms stands at the end of the row.
-GtkWidget* makeButtons(
-    GtkWindow* window, const std::vector<std::string>& titles, const std::function<void(std::size_t)>& answer)
+GtkWidget* makeButtons(GtkWindow* window, const AlertContent& content, const std::function<void(std::size_t)>& answer)
 {
+    const auto& titles = content.buttonTitles;
     auto* row = gtk_box_new(GTK_ORIENTATION_HORIZONTAL, margin / 4);
     gtk_box_set_homogeneous(GTK_BOX(row), TRUE);
     gtk_widget_set_margin_top(row, margin / 2);
@@ -47,7 +47,7 @@ GtkWidget* makeButtons(
         gtk_box_append(GTK_BOX(row), button);
         if (index > 0)
             continue;
-        gtk_widget_add_css_class(button, "suggested-action");
+        gtk_widget_add_css_class(button, content.isDestructive ? "destructive-action" : "suggested-action");
         gtk_window_set_default_widget(window, button);
     }
     return row;
@@ -112,7 +112,7 @@ GtkWindow* makeAlertWindow(
         gtk_box_append(GTK_BOX(box), content.accessory);
     }
     gtk_window_set_child(window, box);
-    gtk_box_append(GTK_BOX(box), makeButtons(window, content.buttonTitles, answer));
+    gtk_box_append(GTK_BOX(box), makeButtons(window, content, answer));
     // Only now is the button in the window, and can have its keyboard.
     gtk_window_set_focus(window, gtk_window_get_default_widget(window));
     if (content.accessory)

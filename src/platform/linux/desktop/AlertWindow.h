@@ -16,6 +16,8 @@ struct AlertContent {
     std::vector<std::string> buttonTitles;
     /// Shown above the buttons; null for none. Not owned.
     GtkWidget* accessory = nullptr;
+    /// What is confirmed can't be taken back.
+    bool isDestructive = false;
 };
 
 /// Makes, and does not yet show, the window of a question or notice in front of the parent (or null). `answer` is
