@@ -77,6 +77,8 @@ ImageView::ImageView(std::shared_ptr<Image> image)
         widgetOf(*this), "notify::scale-factor", [this](GParamSpec*) { show(*this); }));
     if (image_ && !image_->accessibilityDescription().empty())
         setAccessibilityLabel(image_->accessibilityDescription());
+    else
+        g_object_set(widgetOf(*this), "accessible-role", GTK_ACCESSIBLE_ROLE_PRESENTATION, nullptr);
 }
 
 } // namespace appkit

@@ -163,6 +163,7 @@ void initializeClass(gpointer instanceClass, gpointer)
     auto* widgetClass = GTK_WIDGET_CLASS(instanceClass);
     widgetClass->measure = measure;
     widgetClass->size_allocate = allocate;
+    gtk_widget_class_set_accessible_role(widgetClass, GTK_ACCESSIBLE_ROLE_GROUP);
 }
 
 void initialize(GTypeInstance* instance, gpointer)

@@ -182,6 +182,7 @@ void initializeClass(gpointer instanceClass, gpointer)
     auto* widgetClass = GTK_WIDGET_CLASS(instanceClass);
     widgetClass->measure = measure;
     widgetClass->size_allocate = allocate;
+    gtk_widget_class_set_accessible_role(widgetClass, GTK_ACCESSIBLE_ROLE_GROUP);
     widgetClass->get_request_mode = requestMode;
 }
 
