@@ -60,7 +60,7 @@ std::shared_ptr<Button> makeCloseButton(const std::shared_ptr<Window>& window)
     return button;
 }
 
-std::shared_ptr<appkit::StackView> makeStack(const std::shared_ptr<Window>& window, appkit::Action visitWebsite)
+std::shared_ptr<appkit::StackView> makeStack(appkit::Action visitWebsite, const std::shared_ptr<Button>& close)
 {
     auto stack = std::make_shared<appkit::StackView>(appkit::LayoutOrientation::Vertical);
     stack->setSpacing(10);
@@ -77,7 +77,6 @@ std::shared_ptr<appkit::StackView> makeStack(const std::shared_ptr<Window>& wind
         text({ "© 2025 ", product::maker, "\nAll rights reserved." }), Font::systemFont(11), Color::SecondaryLabel);
     stack->addArrangedSubview(rights);
     stack->setCustomSpacing(25, *rights);
-    const auto close = makeCloseButton(window);
     stack->addArrangedSubview(close);
     appkit::activateConstraints({
         icon->widthAnchor().equalToConstant(80),
@@ -91,16 +90,18 @@ std::shared_ptr<appkit::StackView> makeStack(const std::shared_ptr<Window>& wind
 class AboutViewController : public appkit::ViewController {
 public:
     AboutViewController(const std::shared_ptr<Window>& window, appkit::Action visitWebsite)
-        : window_(window)
-        , visitWebsite_(std::move(visitWebsite))
+        : visitWebsite_(std::move(visitWebsite))
+        , closeButton_(makeCloseButton(window))
     {
     }
+
+    [[nodiscard]] const std::shared_ptr<Button>& closeButton() const { return closeButton_; }
 
 protected:
     void loadView() override
     {
         auto root = std::make_shared<appkit::View>(foundation::Rect { {}, contentRect.size });
-        const auto stack = makeStack(window_.lock(), visitWebsite_);
+        const auto stack = makeStack(visitWebsite_, closeButton_);
         constexpr auto margin = 20.0;
         stack->setTranslatesAutoresizingMaskIntoConstraints(false);
         root->addSubview(stack);
@@ -114,8 +115,8 @@ protected:
     }
 
 private:
-    std::weak_ptr<Window> window_;
     appkit::Action visitWebsite_;
+    std::shared_ptr<Button> closeButton_;
 };
 
 struct OpenWindow {
@@ -148,7 +149,9 @@ std::weak_ptr<Window> showAboutWindow(appkit::Action visitWebsite)
         = Window::create(contentRect, appkit::WindowStyleMask::Titled | appkit::WindowStyleMask::Closable);
     window->setTitle("About");
     window->setLevel(appkit::WindowLevel::Floating);
-    window->setContentViewController(std::make_shared<AboutViewController>(window, std::move(visitWebsite)));
+    const auto content = std::make_shared<AboutViewController>(window, std::move(visitWebsite));
+    window->setContentViewController(content);
+    window->setInitialFirstResponder(*content->closeButton());
     window->center();
     keepUntilClosed(window);
     window->makeKeyAndOrderFront();

@@ -1,6 +1,7 @@
 #include "platform/appkit/ImageView.h"
 
 #include "platform/appkit/Application.h"
+#include "platform/appkit/Button.h"
 #include "platform/appkit/Image.h"
 #include "platform/appkit/StackView.h"
 #include "ui/ContentWindow.h"
@@ -44,6 +45,30 @@ TEST_F(CenterTest, PutsAWindowInTheMiddleBeforeItIsShown)
     // The title bar, which is known only when the window is shown, makes the difference.
     EXPECT_TRUE(perchly::test::waitUntil([&] { return std::abs(window->frame().origin.x - shown.origin.x) <= 1; }));
     EXPECT_LT(std::abs(window->frame().origin.y - shown.origin.y), 40);
+}
+
+TEST_F(CenterTest, TakesAWindowToBeAsLargeAsItsContentWillMakeIt)
+{
+    const auto wide = appkit::Button::withTitle("Wide", {});
+    content().addSubview(wide);
+    appkit::activateConstraints({
+        wide->widthAnchor().equalToConstant(contentSize.width + 100),
+        wide->leadingAnchor().equalTo(content().leadingAnchor()),
+        wide->trailingAnchor().equalTo(content().trailingAnchor()),
+        wide->topAnchor().equalTo(content().topAnchor()),
+    });
+    window->center();
+    window->makeKeyAndOrderFront();
+    ASSERT_TRUE(perchly::test::waitUntil(
+        [&] { return window->isKeyWindow() && content().frame().size.width == contentSize.width + 100; }));
+
+    const auto asWide = appkit::Window::create(
+        { {}, { contentSize.width + 100, contentSize.height } }, appkit::WindowStyleMask::Titled);
+    asWide->center();
+    asWide->makeKeyAndOrderFront();
+    ASSERT_TRUE(perchly::test::waitUntil([&] { return asWide->isKeyWindow(); }));
+    EXPECT_LE(std::abs(window->frame().origin.x - asWide->frame().origin.x), 1);
+    asWide->close();
 }
 
 TEST_F(CenterTest, PutsAWindowOnTheScreenInTheMiddle)

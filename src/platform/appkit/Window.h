@@ -10,6 +10,7 @@
 
 namespace appkit {
 
+class View;
 class ViewController;
 
 /// What a window has around its content, and what the user may do with it; to be combined.
@@ -51,6 +52,9 @@ public:
     /// The window takes the size of the content's view. The content leaves whichever window it was in.
     void setContentViewController(std::shared_ptr<ViewController> content);
     [[nodiscard]] const std::shared_ptr<ViewController>& contentViewController() const { return content_; }
+
+    /// Which view of the content has the keyboard when the window is first shown.
+    void setInitialFirstResponder(const View& view);
 
     /// On the screen, title bar and all.
     [[nodiscard]] foundation::Rect frame() const;

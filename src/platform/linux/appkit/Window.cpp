@@ -4,11 +4,14 @@
 #include "platform/linux/appkit/ViewNative.h"
 #include "platform/linux/appkit/WindowKeys.h"
 #include "platform/linux/appkit/WindowNative.h"
+#include "platform/linux/desktop/FirstResponder.h"
 #include "platform/linux/desktop/FrontWindow.h"
 #include "platform/linux/desktop/Monitors.h"
 #include "platform/linux/desktop/Toolkit.h"
 #include "platform/linux/desktop/WindowIcon.h"
 #include "platform/linux/desktop/X11Window.h"
+
+#include <algorithm>
 
 namespace appkit {
 namespace {
@@ -86,6 +89,21 @@ foundation::Size Window::Native::currentContentSize() const
         return contentSize;
     return requestedSize.orElse(
         { static_cast<double>(gtk_widget_get_width(shown)), static_cast<double>(gtk_widget_get_height(shown)) });
+}
+
+foundation::Size Window::Native::sizeToBeShown() const
+{
+    auto size = currentContentSize();
+    auto* shown = window ? gtk_window_get_child(window) : nullptr;
+    if (!shown || isOnScreen())
+        return size;
+    auto width = 0;
+    auto height = 0;
+    gtk_widget_measure(shown, GTK_ORIENTATION_HORIZONTAL, -1, &width, nullptr, nullptr, nullptr);
+    gtk_widget_measure(shown, GTK_ORIENTATION_VERTICAL, -1, &height, nullptr, nullptr, nullptr);
+    size.width = std::max(size.width, static_cast<double>(width));
+    size.height = std::max(size.height, static_cast<double>(height));
+    return size;
 }
 
 void Window::Native::checkFirstPlace(desktop::PixelPoint wanted)
@@ -261,11 +279,20 @@ void Window::center()
     if (areas.empty())
         return;
     const auto whole = desktop::screenSpace(display).rectFrom(areas.front().workArea);
-    const auto size = frame().size;
+    const auto size = native_->isPlaced() ? frame().size : native_->sizeToBeShown();
     // A third of the room stays above.
-    setFrame({ { whole.origin.x + (whole.size.width - size.width) / 2,
-                   whole.origin.y + (whole.size.height - size.height) * 2 / 3 },
-        size });
+    const foundation::Point origin { whole.origin.x + (whole.size.width - size.width) / 2,
+        whole.origin.y + (whole.size.height - size.height) * 2 / 3 };
+    if (native_->isPlaced())
+        setFrame({ origin, size });
+    else
+        native_->contentOrigin = origin;
+}
+
+void Window::setInitialFirstResponder(const View& view)
+{
+    if (content_)
+        desktop::setFirstResponder(widgetOf(*content_->view()), widgetOf(view));
 }
 
 void Window::makeKeyWindow()

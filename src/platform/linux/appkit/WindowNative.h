@@ -23,6 +23,8 @@ struct Window::Native {
     /// On the screen and placed by X11's rules, which let a program know and choose its windows' places.
     [[nodiscard]] bool isPlaced() const;
     [[nodiscard]] foundation::Size currentContentSize() const;
+    /// Not less than the content takes.
+    [[nodiscard]] foundation::Size sizeToBeShown() const;
     void checkFirstPlace(desktop::PixelPoint wanted);
 
     /// Null once it is destroyed.

@@ -56,8 +56,13 @@ void rememberFirstResponder(GtkWidget* content)
     auto* focus = root ? gtk_root_get_focus(root) : nullptr;
     if (!isInside(focus, content))
         return;
+    setFirstResponder(content, focus);
+}
+
+void setFirstResponder(GtkWidget* content, GtkWidget* widget)
+{
     auto* reference = g_new0(GWeakRef, 1);
-    g_weak_ref_init(reference, focus);
+    g_weak_ref_init(reference, widget);
     g_object_set_data_full(G_OBJECT(content), key, reference, freeReference);
 }
 

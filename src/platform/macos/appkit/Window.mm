@@ -3,6 +3,7 @@
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/macos/appkit/Conversions.h"
 #import "platform/macos/appkit/HostedViewController.h"
+#include "platform/macos/appkit/ViewNative.h"
 #include "platform/macos/appkit/WindowNative.h"
 
 @interface PerchlyWindowDelegate : NSObject <NSWindowDelegate>
@@ -141,6 +142,11 @@ void Window::setContentSize(foundation::Size size)
 void Window::center()
 {
     [native_->window center];
+}
+
+void Window::setInitialFirstResponder(const View& view)
+{
+    native_->window.initialFirstResponder = nativeView(view);
 }
 
 void Window::makeKeyWindow()
