@@ -22,13 +22,12 @@ public:
     void setRowSpacing(double spacing);
     void setColumnSpacing(double spacing);
 
-    /// Where in its cell a view stands, unless the column or row says otherwise.
+    /// Where in its cell a view stands, unless its column says otherwise.
     void setXPlacement(GridXPlacement placement);
     void setYPlacement(GridYPlacement placement);
 
     void setColumnWidth(std::size_t column, double width);
     void setColumnXPlacement(std::size_t column, GridXPlacement placement);
-    void setRowYPlacement(std::size_t row, GridYPlacement placement);
 
     /// One cell across all columns, which its view fills.
     void mergeCells(std::size_t row);

@@ -8,9 +8,8 @@
 namespace appkit {
 namespace {
 
-/// Set on a cell whose column or row has a placement of its own.
+/// Set on a cell whose column has a placement of its own.
 constexpr auto ownXPlacement = "perchly-own-x-placement";
-constexpr auto ownYPlacement = "perchly-own-y-placement";
 
 void mark(GtkWidget* cell, const char* placement)
 {
@@ -155,10 +154,7 @@ void GridView::setXPlacement(GridXPlacement placement)
 
 void GridView::setYPlacement(GridYPlacement placement)
 {
-    forEachCell(rows_, [placement](GtkWidget* cell) {
-        if (!isMarked(cell, ownYPlacement))
-            gtk_widget_set_valign(cell, nativePlacement(placement));
-    });
+    forEachCell(rows_, [placement](GtkWidget* cell) { gtk_widget_set_valign(cell, nativePlacement(placement)); });
 }
 
 void GridView::setColumnWidth(std::size_t column, double width)
@@ -176,16 +172,6 @@ void GridView::setColumnXPlacement(std::size_t column, GridXPlacement placement)
             continue;
         mark(cell, ownXPlacement);
         gtk_widget_set_halign(cell, nativePlacement(placement));
-    }
-}
-
-void GridView::setRowYPlacement(std::size_t row, GridYPlacement placement)
-{
-    for (const auto& cell : rows_.at(row)) {
-        if (!cell)
-            continue;
-        mark(widgetOf(*cell), ownYPlacement);
-        gtk_widget_set_valign(widgetOf(*cell), nativePlacement(placement));
     }
 }
 

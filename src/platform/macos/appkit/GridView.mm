@@ -79,11 +79,6 @@ void GridView::setColumnXPlacement(std::size_t column, GridXPlacement placement)
     columnOf(*this, column).xPlacement = nativePlacement(placement);
 }
 
-void GridView::setRowYPlacement(std::size_t row, GridYPlacement placement)
-{
-    rowOf(*this, row).yPlacement = nativePlacement(placement);
-}
-
 void GridView::mergeCells(std::size_t row)
 {
     NSGridRow* native = rowOf(*this, row);
