@@ -81,13 +81,13 @@ bool mayReplace(const std::filesystem::path& file)
     return question.runModal() == 0;
 }
 
-/// The panel has asked about the file of the name that the user typed, but not about that one.
+/// A file of just that name is the one that is meant: the panel has asked about it, but not about one with the suffix.
 std::optional<std::filesystem::path> withSuffix(std::filesystem::path file, const std::string& suffix)
 {
-    if (suffix.empty() || file.has_extension())
+    std::error_code isUnknown;
+    if (suffix.empty() || file.has_extension() || std::filesystem::exists(file, isUnknown))
         return file;
     file += suffix;
-    std::error_code isUnknown;
     return !std::filesystem::exists(file, isUnknown) || mayReplace(file) ? std::optional(file) : std::nullopt;
 }
 

@@ -17,8 +17,8 @@ struct FilePanel {
     std::string suggestedName {};
 };
 
-/// Shows the panel in front of the window that the user works with, and blocks none. A file to be saved gets the suffix
-/// of its type if it has no other. The handler is called once.
+/// Shows the panel in front of the window that the user works with, and blocks none. A new file to be saved gets the
+/// suffix of its type if it has no other. The handler is called once.
 void beginFilePanel(const FilePanel& panel, SavePanel::CompletionHandler completionHandler);
 
 /// Ends every panel as if the user had cancelled it, so that the program can end.
