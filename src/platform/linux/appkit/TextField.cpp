@@ -170,7 +170,7 @@ void TextField::setStringValue(std::string_view text)
 {
     auto* widget = widgetOf(*this);
     const auto shown = desktop::shownText(text, isTruncating(widget) ? longestLine : desktop::TextLimit {});
-    native().helper = shown == text ? nullptr : std::make_shared<HiddenText>(std::string(text), shown);
+    native().helper = shown == text ? nullptr : std::make_shared<HiddenText>(HiddenText { std::string(text), shown });
     if (GTK_IS_LABEL(widget))
         return gtk_label_set_text(GTK_LABEL(widget), shown.c_str());
     auto* editable = GTK_EDITABLE(widget);
