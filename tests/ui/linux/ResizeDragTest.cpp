@@ -188,12 +188,12 @@ TEST_F(ResizeDragTest, TheCursorTellsWhereAStripCanGo)
 /// As for those who read from right to left.
 class MirroredResizeDragTest : public ResizeDragTest {
 protected:
-    MirroredResizeDragTest()
+    void SetUp() override
     {
         desktop::loadToolkit();
         setDirection(GTK_TEXT_DIR_RTL);
     }
-    ~MirroredResizeDragTest() override { setDirection(GTK_TEXT_DIR_LTR); }
+    void TearDown() override { setDirection(GTK_TEXT_DIR_LTR); }
 
 private:
     static void setDirection(GtkTextDirection direction)

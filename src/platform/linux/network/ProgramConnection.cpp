@@ -22,7 +22,7 @@ ObjectPointer<GSubprocess> spawn(const ProgramConnection::Program& program, int 
 
 } // namespace
 
-std::unique_ptr<ProgramConnection> ProgramConnection::start(const Program& program, Receiver receiver)
+std::unique_ptr<ProgramConnection> ProgramConnection::start(const Program& program, const Receiver& receiver)
 {
     // A socket, because writing to a pipe whose reader has ended would end us.
     int ends[2];
@@ -34,11 +34,11 @@ std::unique_ptr<ProgramConnection> ProgramConnection::start(const Program& progr
         return nullptr;
     auto stream = adopt(G_IO_STREAM(g_socket_connection_factory_create_connection(socket.get())));
     return std::unique_ptr<ProgramConnection>(
-        new ProgramConnection(std::move(stream), std::move(process), program.answerType, std::move(receiver)));
+        new ProgramConnection(std::move(stream), std::move(process), program.answerType, receiver));
 }
 
-ProgramConnection::ProgramConnection(
-    ObjectPointer<GIOStream> stream, ObjectPointer<GSubprocess> process, const char* answerType, Receiver receiver)
+ProgramConnection::ProgramConnection(ObjectPointer<GIOStream> stream, ObjectPointer<GSubprocess> process,
+    const char* answerType, const Receiver& receiver)
     : stream_(std::move(stream))
     , process_(std::move(process))
     , reader_(g_io_stream_get_input_stream(stream_.get()), answerType, receiver)

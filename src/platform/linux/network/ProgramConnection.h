@@ -24,7 +24,7 @@ public:
     };
 
     /// Null where it cannot be started.
-    [[nodiscard]] static std::unique_ptr<ProgramConnection> start(const Program& program, Receiver receiver);
+    [[nodiscard]] static std::unique_ptr<ProgramConnection> start(const Program& program, const Receiver& receiver);
 
     /// In the background, so it never waits for the program. False, and the message is dropped, where that is larger
     /// than any may be.
@@ -36,8 +36,8 @@ public:
     void forceExit();
 
 private:
-    ProgramConnection(
-        ObjectPointer<GIOStream> stream, ObjectPointer<GSubprocess> process, const char* answerType, Receiver receiver);
+    ProgramConnection(ObjectPointer<GIOStream> stream, ObjectPointer<GSubprocess> process, const char* answerType,
+        const Receiver& receiver);
 
     ObjectPointer<GIOStream> stream_;
     ObjectPointer<GSubprocess> process_;
