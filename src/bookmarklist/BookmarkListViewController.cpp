@@ -330,23 +330,30 @@ std::optional<Bookmark> BookmarkListViewController::saveInverted(bool Bookmark::
     return bookmark;
 }
 
-void BookmarkListViewController::importButtonClicked()
+template <class Panel>
+void BookmarkListViewController::begin(
+    const Panel& panel, void (BookmarkListViewController::*carryOut)(const std::filesystem::path& file))
 {
-    foundation::assertMainThread();
     if (std::exchange(hasFilePanel_, true))
         return;
-    appkit::OpenPanel panel;
-    panel.title = "Import Bookmarks";
-    panel.allowedContentType = appkit::ContentType::Json;
     appkit::Application::sharedApplication().activateIgnoringOtherApps();
-    panel.begin([weak = weak_from_this()](const std::optional<std::filesystem::path>& file) {
+    panel.begin([weak = weak_from_this(), carryOut](const std::optional<std::filesystem::path>& file) {
         const auto self = weak.lock();
         if (!self)
             return;
         self->hasFilePanel_ = false;
         if (file)
-            self->importBookmarks(*file);
+            (self.get()->*carryOut)(*file);
     });
+}
+
+void BookmarkListViewController::importButtonClicked()
+{
+    foundation::assertMainThread();
+    appkit::OpenPanel panel;
+    panel.title = "Import Bookmarks";
+    panel.allowedContentType = appkit::ContentType::Json;
+    begin(panel, &BookmarkListViewController::importBookmarks);
 }
 
 void BookmarkListViewController::importBookmarks(const std::filesystem::path& file)
@@ -363,21 +370,11 @@ void BookmarkListViewController::importBookmarks(const std::filesystem::path& fi
 void BookmarkListViewController::exportButtonClicked()
 {
     foundation::assertMainThread();
-    if (std::exchange(hasFilePanel_, true))
-        return;
     appkit::SavePanel panel;
     panel.title = "Export Bookmarks";
     panel.allowedContentType = appkit::ContentType::Json;
     panel.nameFieldStringValue = "bookmarks_backup.json";
-    appkit::Application::sharedApplication().activateIgnoringOtherApps();
-    panel.begin([weak = weak_from_this()](const std::optional<std::filesystem::path>& file) {
-        const auto self = weak.lock();
-        if (!self)
-            return;
-        self->hasFilePanel_ = false;
-        if (file)
-            self->exportBookmarks(*file);
-    });
+    begin(panel, &BookmarkListViewController::exportBookmarks);
 }
 
 void BookmarkListViewController::exportBookmarks(const std::filesystem::path& file)

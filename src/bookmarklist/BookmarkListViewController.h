@@ -91,6 +91,9 @@ private:
     void toggleInStore(void (BookmarkManager::*toggle)(std::string_view id), const appkit::Button& sender);
     /// What was saved; none where there is no delegate or no bookmark.
     std::optional<Bookmark> saveInverted(bool Bookmark::*flag, const appkit::Button& sender);
+    /// One file panel at a time.
+    template <class Panel>
+    void begin(const Panel& panel, void (BookmarkListViewController::*carryOut)(const std::filesystem::path& file));
     void tell(appkit::AlertStyle style, std::string message, std::string details);
 
     std::shared_ptr<appkit::TableView> tableView_;
