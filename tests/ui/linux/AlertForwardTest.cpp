@@ -2,6 +2,7 @@
 #include "platform/appkit/Application.h"
 #include "platform/foundation/DispatchQueue.h"
 #include "support/MainLoop.h"
+#include "support/linux/ToplevelTitled.h"
 
 #include <gtest/gtest.h>
 #include <gtk/gtk.h>
@@ -11,20 +12,8 @@
 namespace {
 
 using appkit::Alert;
+using perchly::test::toplevelTitled;
 using perchly::test::waitUntil;
-
-GtkWindow* windowTitled(std::string_view title)
-{
-    GtkWindow* found = nullptr;
-    auto* windows = gtk_window_list_toplevels();
-    for (auto* link = windows; link; link = link->next) {
-        const auto* own = gtk_window_get_title(GTK_WINDOW(link->data));
-        if (own && own == title)
-            found = GTK_WINDOW(link->data);
-    }
-    g_list_free(windows);
-    return found;
-}
 
 TEST(AlertForwardTest, ActivatingTheApplicationBringsItsAlertForward)
 {
@@ -32,7 +21,7 @@ TEST(AlertForwardTest, ActivatingTheApplicationBringsItsAlertForward)
     alert.messageText = "A question";
     auto cameForward = false;
     foundation::dispatchMainAsync([&] {
-        auto* question = windowTitled("A question");
+        auto* question = toplevelTitled("A question");
         ASSERT_NE(question, nullptr);
         ASSERT_TRUE(waitUntil([&] { return gtk_window_is_active(question); }));
         auto* other = GTK_WINDOW(gtk_window_new());

@@ -6,6 +6,7 @@
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/linux/desktop/X11Property.h"
 #include "platform/linux/desktop/X11Window.h"
+#include "support/linux/ToplevelTitled.h"
 #include "ui/ContentWindow.h"
 
 #include <X11/Xatom.h>
@@ -17,25 +18,13 @@
 namespace {
 
 using appkit::Alert;
+using perchly::test::toplevelTitled;
 using perchly::test::waitUntil;
-
-GtkWindow* windowTitled(std::string_view title)
-{
-    GtkWindow* found = nullptr;
-    auto* windows = gtk_window_list_toplevels();
-    for (auto* link = windows; link; link = link->next) {
-        const auto* own = gtk_window_get_title(GTK_WINDOW(link->data));
-        if (own && own == title && gtk_widget_get_mapped(GTK_WIDGET(link->data)))
-            found = GTK_WINDOW(link->data);
-    }
-    g_list_free(windows);
-    return found;
-}
 
 /// The place of the window with that title among all, counted from the lowest; negative for none.
 int levelOf(std::string_view title)
 {
-    auto* window = windowTitled(title);
+    auto* window = toplevelTitled(title, true);
     if (!window)
         return -1;
     auto* display = gdk_display_get_default();
@@ -62,7 +51,7 @@ bool comesToLieAbove(std::string_view upper, std::string_view lower)
 bool getsTheKeyboard(std::string_view title)
 {
     return waitUntil([=] {
-        auto* window = windowTitled(title);
+        auto* window = toplevelTitled(title, true);
         return window && gtk_window_is_active(window);
     });
 }
