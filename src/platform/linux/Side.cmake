@@ -36,11 +36,13 @@ target_sources(perchly_platform PRIVATE
   linux/desktop/X11Pointer.cpp
   linux/desktop/X11Property.cpp
   linux/desktop/X11Window.cpp
+  linux/popover/FramePicture.cpp
   linux/popover/PopoverBackground.cpp
   linux/popover/PopoverDismissal.cpp
   linux/popover/PopoverPlacement.cpp
   linux/popover/PopoverWindow.cpp
   linux/popover/PressWatch.cpp
+  linux/popover/RoundedContent.cpp
   linux/statusarea/DecodedPicture.cpp
   linux/statusarea/DrawingProgram.cpp
   linux/statusarea/ExportedObject.cpp

@@ -1,6 +1,8 @@
 #include "platform/linux/popover/PopoverBackground.h"
 
 #include "platform/linux/desktop/Toolkit.h"
+#include "platform/linux/popover/FramePicture.h"
+#include "platform/linux/popover/RoundedContent.h"
 
 #include <algorithm>
 
@@ -39,6 +41,7 @@ struct Background {
     GtkWidget* box;
     GtkWidget* arrow;
     PopoverBackgroundShape* shape;
+    FramePicture* frame;
 };
 
 Background* self(gpointer widget)
@@ -70,12 +73,6 @@ cairo_rectangle_int_t insideOf(const PopoverBackgroundShape& shape)
 {
     const auto box = boxOf(shape);
     return { box.x + border, box.y + border, shape.contentWidth, shape.contentHeight };
-}
-
-graphene_rect_t toGraphene(const cairo_rectangle_int_t& rect)
-{
-    return { { static_cast<float>(rect.x), static_cast<float>(rect.y) },
-        { static_cast<float>(rect.width), static_cast<float>(rect.height) } };
 }
 
 graphene_point_t arrowMiddle(const PopoverBackgroundShape& shape)
@@ -182,29 +179,6 @@ void allocate(GtkWidget* widget, int, int, int)
     setOpaqueRegion(widget, *background->shape);
 }
 
-/// What shows through a rounded clip costs far more than what shows through a straight one, so only the rows with
-/// the corners are drawn rounded.
-void appendWithRoundedCorners(GtkSnapshot* target, GskRenderNode* content, const cairo_rectangle_int_t& inside)
-{
-    GskRoundedRect rounded;
-    const auto bounds = toGraphene(inside);
-    gsk_rounded_rect_init_from_rect(&rounded, &bounds, insideRadius);
-    const auto bottom = inside.y + inside.height - insideRadius;
-    for (const auto row : { inside.y, bottom }) {
-        const auto rows = toGraphene({ inside.x, row, inside.width, insideRadius });
-        gtk_snapshot_push_clip(target, &rows);
-        gtk_snapshot_push_rounded_clip(target, &rounded);
-        gtk_snapshot_append_node(target, content);
-        gtk_snapshot_pop(target);
-        gtk_snapshot_pop(target);
-    }
-    const auto between
-        = toGraphene({ inside.x, inside.y + insideRadius, inside.width, inside.height - 2 * insideRadius });
-    gtk_snapshot_push_clip(target, &between);
-    gtk_snapshot_append_node(target, content);
-    gtk_snapshot_pop(target);
-}
-
 void snapshotContent(GtkWidget* widget, GtkWidget* content, GtkSnapshot* target)
 {
     const auto& shape = *self(widget)->shape;
@@ -213,25 +187,45 @@ void snapshotContent(GtkWidget* widget, GtkWidget* content, GtkSnapshot* target)
         return gtk_widget_snapshot_child(widget, content, target);
     auto* recorder = gtk_snapshot_new();
     gtk_widget_snapshot_child(widget, content, recorder);
-    auto* node = gtk_snapshot_free_to_node(recorder);
+    const RenderNodePointer node(gtk_snapshot_free_to_node(recorder));
+    if (node)
+        appendRounded(target, node.get(), toGraphene(inside), insideRadius);
+}
+
+/// The box with its shadow, and the arrow; null for none.
+RenderNodePointer recordFrame(GtkWidget* widget)
+{
+    const auto* background = self(widget);
+    auto* recorder = gtk_snapshot_new();
+    gtk_widget_snapshot_child(widget, background->box, recorder);
+    if (background->shape->arrow) {
+        const auto clip = arrowClip(*background->shape, gtk_widget_get_width(widget), gtk_widget_get_height(widget));
+        gtk_snapshot_push_clip(recorder, &clip);
+        gtk_widget_snapshot_child(widget, background->arrow, recorder);
+        gtk_snapshot_pop(recorder);
+    }
+    return RenderNodePointer(gtk_snapshot_free_to_node(recorder));
+}
+
+void snapshotFrame(GtkWidget* widget, GtkSnapshot* target)
+{
+    const auto node = recordFrame(widget);
     if (!node)
         return;
-    appendWithRoundedCorners(target, node, inside);
-    gsk_render_node_unref(node);
+    const auto& shape = *self(widget)->shape;
+    if (shape.isPlain || insideOf(shape).height < 2 * insideRadius)
+        gtk_snapshot_append_node(target, node.get());
+    else
+        self(widget)->frame->append(target, node.get(),
+            { gtk_widget_get_width(widget), gtk_widget_get_height(widget), insideOf(shape), insideRadius,
+                gtk_widget_get_scale_factor(widget) });
 }
 
 void snapshot(GtkWidget* widget, GtkSnapshot* target)
 {
-    const auto* background = self(widget);
-    gtk_widget_snapshot_child(widget, background->box, target);
+    snapshotFrame(widget, target);
     if (auto* content = popoverContent(widget))
         snapshotContent(widget, content, target);
-    if (!background->shape->arrow)
-        return;
-    const auto clip = arrowClip(*background->shape, gtk_widget_get_width(widget), gtk_widget_get_height(widget));
-    gtk_snapshot_push_clip(target, &clip);
-    gtk_widget_snapshot_child(widget, background->arrow, target);
-    gtk_snapshot_pop(target);
 }
 
 void dispose(GObject* object)
@@ -246,6 +240,7 @@ void dispose(GObject* object)
 void finalize(GObject* object)
 {
     delete self(object)->shape;
+    delete self(object)->frame;
     G_OBJECT_CLASS(parentClass())->finalize(object);
 }
 
@@ -274,6 +269,7 @@ void initialize(GTypeInstance* instance, gpointer)
 {
     auto* background = reinterpret_cast<Background*>(instance);
     background->shape = new PopoverBackgroundShape;
+    background->frame = new FramePicture;
     background->box = addPart(background, "popoverbox");
     background->arrow = addPart(background, "popoverarrow");
     gtk_widget_set_can_target(background->arrow, FALSE);

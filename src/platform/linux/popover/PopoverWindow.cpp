@@ -108,9 +108,14 @@ void PopoverWindow::show(std::optional<PixelPoint> anchor)
     }
     layOut();
     content_.restoreFirstResponder();
+    if (!wasShown) {
+        dismissal_.shown();
+        isPlaceChecked_ = false;
+    }
+    present();
+    // While the window manager is busy with it: not before.
     if (!wasShown)
         startWatching();
-    present();
 }
 
 void PopoverWindow::hide()
@@ -180,8 +185,6 @@ void PopoverWindow::setInputRegion()
 
 void PopoverWindow::startWatching()
 {
-    dismissal_.shown();
-    isPlaceChecked_ = false;
     if (isX11())
         presses_.emplace(gtk_widget_get_display(window_), [this](const PressWatch::Press& press) { pressed(press); });
 }
