@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <utility>
 
 namespace {
 
@@ -30,7 +31,9 @@ FakeWatcher::FakeWatcher()
         const char* service = nullptr;
         g_variant_get(call.parameters, "(&s)", &service);
         registerItem(g_dbus_method_invocation_get_sender(call.invocation), service);
-        call.reply(nullptr);
+        unanswered_.push_back(call.invocation);
+        if (!holdsAnswers_)
+            answer();
     };
     object_ = std::make_unique<desktop::ExportedObject>(
         connection_.get(), "/StatusNotifierWatcher", watcherInterface(), registered);
@@ -46,6 +49,13 @@ FakeWatcher::~FakeWatcher()
         g_bus_unwatch_name(watch);
     object_.reset();
     g_dbus_connection_close_sync(connection_.get(), nullptr, nullptr);
+}
+
+void FakeWatcher::answer()
+{
+    holdsAnswers_ = false;
+    for (auto* invocation : std::exchange(unanswered_, {}))
+        g_dbus_method_invocation_return_value(invocation, nullptr);
 }
 
 void FakeWatcher::registerItem(const std::string& sender, const std::string& service)

@@ -21,6 +21,10 @@ public:
     /// How often an item has registered, repetitions included.
     [[nodiscard]] int registrations() const { return registrations_; }
 
+    /// Registrations get no answer until `answer` is called.
+    void holdAnswers() { holdsAnswers_ = true; }
+    void answer();
+
     /// Drops the item as watchers with a fault do, and says so.
     void forget(std::string_view item);
 
@@ -32,4 +36,6 @@ private:
     std::vector<guint> watches_;
     std::vector<std::string> items_;
     int registrations_ = 0;
+    bool holdsAnswers_ = false;
+    std::vector<GDBusMethodInvocation*> unanswered_;
 };

@@ -28,6 +28,7 @@ target_sources(perchly_platform PRIVATE
   linux/desktop/Shortcut.cpp
   linux/desktop/ShownText.cpp
   linux/desktop/StackContainer.cpp
+  linux/desktop/StartUp.cpp
   linux/desktop/SymbolPaintable.cpp
   linux/desktop/Toolkit.cpp
   linux/desktop/UnfinishedWork.cpp

@@ -9,6 +9,7 @@
 #include "platform/linux/appkit/StatusBarButtonNative.h"
 #include "platform/linux/desktop/Environment.h"
 #include "platform/linux/desktop/Pointer.h"
+#include "platform/linux/desktop/StartUp.h"
 
 namespace appkit {
 namespace {
@@ -100,7 +101,21 @@ StatusItem::Native::Native(std::string itemId)
     : id(std::move(itemId))
 {
     allItems().push_back(this);
-    connect();
+    connecting_ = desktop::adopt(g_cancellable_new());
+    if (desktop::beginStartUp())
+        connect();
+    else
+        connectAfterStartUp();
+}
+
+void StatusItem::Native::connectAfterStartUp()
+{
+    const std::shared_ptr<GCancellable> connecting(desktop::retain(connecting_.get()));
+    desktop::afterStartUp([this, connecting] {
+        // Cancelled: the status item is gone.
+        if (!g_cancellable_is_cancelled(connecting.get()))
+            connect();
+    });
 }
 
 StatusItem::Native::~Native()
@@ -114,8 +129,7 @@ void StatusItem::Native::connect()
 {
     const auto address = sessionBusAddress();
     if (!address)
-        return;
-    connecting_ = desktop::adopt(g_cancellable_new());
+        return connecting_.reset();
     const auto connected = +[](GObject*, GAsyncResult* result, gpointer data) {
         desktop::ErrorPointer error;
         auto* connection = g_dbus_connection_new_for_address_finish(result, error.out());

@@ -35,6 +35,7 @@ struct StatusItem::Native {
 
 private:
     void connect();
+    void connectAfterStartUp();
     void disconnect();
     static void exportConnectedItems();
     void exportItem();
@@ -49,6 +50,7 @@ private:
     [[nodiscard]] desktop::StatusNotifierItem::Appearance appearance() const;
     [[nodiscard]] std::vector<desktop::MenuRow> rows();
 
+    /// Until there is a connection, or none can be had.
     desktop::ObjectPointer<GCancellable> connecting_;
     desktop::ObjectPointer<GDBusConnection> connection_;
     std::shared_ptr<desktop::MenuServer> menuServer_;

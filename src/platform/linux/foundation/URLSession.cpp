@@ -3,6 +3,7 @@
 #include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/FatalError.h"
 #include "platform/linux/desktop/ReturnedMemory.h"
+#include "platform/linux/desktop/StartUp.h"
 #include "platform/linux/foundation/ProgramFolder.h"
 #include "platform/linux/foundation/UserDirectory.h"
 #include "platform/linux/network/ProgramConnection.h"
@@ -87,7 +88,9 @@ URLSession& URLSession::sharedSession()
 void URLSession::dataTask(const URLRequest& request, CompletionHandler completionHandler)
 {
     assertMainThread();
-    native_->send(request, std::move(completionHandler));
+    desktop::afterStartUp([this, request, handler = std::move(completionHandler)]() mutable {
+        native_->send(request, std::move(handler));
+    });
 }
 
 bool URLSession::Native::startProgram()

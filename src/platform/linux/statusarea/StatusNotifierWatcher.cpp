@@ -1,6 +1,7 @@
 #include "platform/linux/statusarea/StatusNotifierWatcher.h"
 
 #include "platform/foundation/Log.h"
+#include "platform/linux/desktop/StartUp.h"
 #include "platform/linux/statusarea/RegistrationQueue.h"
 
 #include <algorithm>
@@ -189,6 +190,7 @@ void StatusNotifierWatcher::sendRegistration()
 
 void StatusNotifierWatcher::registrationAnswered(bool succeeded)
 {
+    endStartUp();
     if (succeeded) {
         absence().end();
         return RegistrationQueue::shared().itemWasRegistered(connection_.get());
