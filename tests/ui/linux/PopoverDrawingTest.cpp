@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <functional>
 #include <initializer_list>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -23,6 +24,7 @@ constexpr float radius = 11;
 constexpr graphene_rect_t box { { 18, 10 }, { 84, 62 } };
 constexpr GdkRGBA paper { 0.96F, 0.96F, 0.95F, 1 };
 constexpr GdkRGBA night { 0.2F, 0.2F, 0.22F, 1 };
+constexpr GdkRGBA glass { 0.9F, 0.2F, 0.1F, 0.6F };
 
 class PopoverDrawingTest : public testing::Test {
 protected:
@@ -93,15 +95,16 @@ FrameShape shapeAt(int scale)
 
 TEST_F(PopoverDrawingTest, AFrameThatIsKeptLooksAsItWasDrawn)
 {
-    for (const auto scale : { 1, 2 }) {
+    for (const auto& [color, scale] : { std::pair(paper, 1), std::pair(paper, 2), std::pair(glass, 1) }) {
         FramePicture picture;
-        const auto frame = frameOf(paper);
-        const auto append = [&](GtkSnapshot* snapshot) { picture.append(snapshot, frame.get(), shapeAt(scale)); };
+        const auto frame = frameOf(color);
+        const auto shape = shapeAt(scale);
+        const auto append = [&](GtkSnapshot* snapshot) { picture.append(snapshot, frame.get(), shape); };
         const auto direct
             = drawn([&](GtkSnapshot* snapshot) { gtk_snapshot_append_node(snapshot, frame.get()); }, scale);
         EXPECT_EQ(difference(drawn(append, scale), direct), 0);
         for (auto again = 0; again < 3; ++again)
-            EXPECT_LE(difference(drawn(append, scale), direct), 1) << "at scale " << scale;
+            EXPECT_LE(difference(drawn(append, scale), direct), 1) << "at scale " << scale << ", " << color.alpha;
     }
 }
 

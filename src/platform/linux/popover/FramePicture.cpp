@@ -57,8 +57,9 @@ RenderNodePointer fillAt(GskRenderNode* node, const cairo_rectangle_int_t& place
 {
     const auto pixel = drawPlace(node, { place.x + place.width / 2, place.y + place.height / 2, 1, 1 }, 1);
     const auto argb = *reinterpret_cast<const std::uint32_t*>(cairo_image_surface_get_data(pixel.get()));
-    const auto part = [argb](int shift) { return static_cast<float>((argb >> shift) & 0xFF) / 0xFF; };
-    const GdkRGBA color { part(16), part(8), part(0), part(24) };
+    const auto part = [argb](int shift) { return static_cast<float>((argb >> shift) & 0xFF); };
+    const auto alpha = std::max(part(24), 1.0F); // the others have it in them
+    const GdkRGBA color { part(16) / alpha, part(8) / alpha, part(0) / alpha, part(24) / 0xFF };
     const auto bounds = toGraphene(place);
     return RenderNodePointer(gsk_color_node_new(&color, &bounds));
 }
