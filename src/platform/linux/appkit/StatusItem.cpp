@@ -150,8 +150,11 @@ void StatusItem::Native::connect()
 
 void StatusItem::Native::disconnect()
 {
-    if (connecting_)
+    if (connecting_) {
         g_cancellable_cancel(connecting_.get());
+        // It may be the one that the others are waiting for.
+        desktop::endStartUp();
+    }
     connecting_.reset();
     watcher_.reset();
     item_.reset();
