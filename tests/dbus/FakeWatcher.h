@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+inline constexpr const char* itemInterface = "org.kde.StatusNotifierItem";
+
 /// A status area's watcher: keeps the items that register, by "name/path", and forgets those whose connection goes.
 class FakeWatcher {
 public:

@@ -1,102 +1,21 @@
-#include "platform/appkit/StatusItem.h"
-#include "FakeWatcher.h"
-#include "Monitor.h"
-#include "platform/appkit/Image.h"
-#include "platform/appkit/Menu.h"
-#include "platform/appkit/StatusBar.h"
-#include "platform/appkit/StatusBarButton.h"
+#include "StatusItemTest.h"
 #include "platform/linux/appkit/StatusBarButtonNative.h"
 
-#include <gmock/gmock.h>
-
 #include <optional>
+#include <utility>
+#include <vector>
 
 namespace {
 
-using appkit::Action;
 using appkit::Image;
 using appkit::Menu;
 using appkit::StatusBar;
-using appkit::StatusItem;
 using testbus::waitUntil;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
 using testing::Not;
 using testing::SizeIs;
-
-constexpr const char* itemInterface = "org.kde.StatusNotifierItem";
-
-class Clicks : public std::enable_shared_from_this<Clicks> {
-public:
-    void count() { ++count_; }
-    [[nodiscard]] Action action() { return Action("click", weak_from_this(), &Clicks::count); }
-    [[nodiscard]] int number() const { return count_; }
-
-private:
-    int count_ = 0;
-};
-
-class StatusItemTest : public testing::Test {
-protected:
-    void SetUp() override
-    {
-        g_unsetenv("DISPLAY");
-        g_unsetenv("XDG_CURRENT_DESKTOP");
-    }
-
-    /// Made and furnished in one turn of the main loop, as the application does.
-    std::shared_ptr<StatusItem> makeItem(bool withMenu)
-    {
-        auto item = StatusBar::systemStatusBar().statusItem();
-        item->button()->setImage(Image::systemSymbol("star"));
-        item->button()->setAction(clicks_->action());
-        if (withMenu)
-            item->setMenu(menu("Quit"));
-        return item;
-    }
-
-    std::shared_ptr<Menu> menu(const char* title)
-    {
-        auto menu = std::make_shared<Menu>();
-        menu->addItem(title, clicks_->action());
-        return menu;
-    }
-
-    /// Splits what a watcher keeps into the call's target.
-    static testbus::Call target(const std::string& item, std::string interface)
-    {
-        const auto slash = item.find('/');
-        return { item.substr(0, slash), item.substr(slash), std::move(interface) };
-    }
-
-    std::string print(const testbus::Call& target, const char* method, GVariant* parameters) const
-    {
-        const auto reply = testbus::call(host_, target, method, parameters);
-        return reply ? desktop::GLibPointer<>(g_variant_print(reply.get(), TRUE)).get() : "error";
-    }
-
-    std::string property(const std::string& item, const char* name) const
-    {
-        return print(
-            target(item, "org.freedesktop.DBus.Properties"), "Get", g_variant_new("(ss)", itemInterface, name));
-    }
-
-    /// As Xfce's panel does.
-    void readAll(const std::string& item) const
-    {
-        EXPECT_NE(print(target(item, "org.freedesktop.DBus.Properties"), "GetAll", g_variant_new("(s)", itemInterface)),
-            "error");
-    }
-
-    bool appears(const FakeWatcher& watcher, std::size_t number = 1) const
-    {
-        return waitUntil([&] { return watcher.items().size() == number; });
-    }
-
-    std::shared_ptr<Clicks> clicks_ = std::make_shared<Clicks>();
-    testbus::Connection host_ = testbus::connect();
-};
 
 TEST_F(StatusItemTest, AnItemWithAMenuOpensItOnAnyClick)
 {
@@ -255,163 +174,6 @@ TEST_F(StatusItemTest, TakesANewPictureWhileItBecomesAMenu)
 
     ASSERT_TRUE(waitUntil(isMenu));
     EXPECT_EQ(property(watcher.items().front(), "IconName"), "(<'perchly-heart-symbolic'>,)");
-}
-
-TEST_F(StatusItemTest, AppearsAsSoonAsThereIsAStatusArea)
-{
-    const auto item = makeItem(true);
-    testbus::settle(host_);
-
-    const FakeWatcher watcher;
-
-    EXPECT_TRUE(appears(watcher));
-}
-
-TEST_F(StatusItemTest, ListensForTheStatusAreaOnceForAllItems)
-{
-    const FakeWatcher watcher;
-    const testbus::Monitor monitor;
-    const auto first = makeItem(false);
-    const auto second = makeItem(false);
-    ASSERT_TRUE(appears(watcher, 2));
-
-    // What a connection has sent before it answers a host, the monitor has seen before.
-    const std::string host = g_dbus_connection_get_unique_name(host_.get());
-    for (const auto& item : watcher.items()) {
-        const auto connection = target(item, "").service;
-        EXPECT_TRUE(testbus::call(host_, target(item, "org.freedesktop.DBus.Peer"), "Ping", nullptr));
-        EXPECT_TRUE(waitUntil([&] { return monitor.hasSeen(host, "Ping"); }));
-        EXPECT_FALSE(monitor.hasSeen(connection, "AddMatch"));
-    }
-}
-
-TEST_F(StatusItemTest, ComesBackWithTheStatusArea)
-{
-    std::optional<FakeWatcher> watcher(std::in_place);
-    const auto item = makeItem(true);
-    const auto other = makeItem(false);
-    ASSERT_TRUE(appears(*watcher, 2));
-
-    watcher.reset();
-    testbus::settle(host_);
-    watcher.emplace();
-
-    EXPECT_TRUE(appears(*watcher, 2));
-}
-
-TEST_F(StatusItemTest, ManyComeAndComeBackInTheOrderOfTheirMaking)
-{
-    constexpr auto count = 30;
-    std::vector<std::shared_ptr<StatusItem>> items;
-    std::vector<std::string> expected;
-    for (auto number = 0; number < count; ++number) {
-        items.push_back(makeItem(false));
-        items.back()->setAutosaveName(std::to_string(number));
-        expected.push_back("(<'perchly-" + std::to_string(number) + "'>,)");
-    }
-    // The first time they meet an area that is there, then ones that come.
-    for (auto time = 0; time < 3; ++time) {
-        const FakeWatcher watcher;
-        ASSERT_TRUE(appears(watcher, count));
-        std::vector<std::string> ids;
-        for (const auto& item : watcher.items())
-            ids.push_back(property(item, "Id"));
-        EXPECT_EQ(ids, expected);
-        testbus::settle(host_);
-        EXPECT_EQ(watcher.registrations(), count);
-    }
-}
-
-TEST_F(StatusItemTest, OnXfceEachItemComesWhenTheOneBeforeWasTakenUp)
-{
-    g_setenv("XDG_CURRENT_DESKTOP", "XFCE", TRUE);
-    const FakeWatcher watcher;
-    const std::shared_ptr<StatusItem> items[] = { makeItem(true), makeItem(false), makeItem(false) };
-    ASSERT_TRUE(appears(watcher));
-    testbus::settle(host_);
-    EXPECT_THAT(watcher.items(), SizeIs(1));
-
-    const auto before = g_get_monotonic_time();
-    readAll(watcher.items().front());
-    ASSERT_TRUE(appears(watcher, 2));
-    EXPECT_LT(g_get_monotonic_time() - before, 500'000);
-    testbus::settle(host_);
-    EXPECT_THAT(watcher.items(), SizeIs(2));
-
-    // Nobody reads the second one, which is not waited for long.
-    EXPECT_TRUE(appears(watcher, 3));
-}
-
-TEST_F(StatusItemTest, OnXfceItemsMayGoBeforeTheirTurn)
-{
-    g_setenv("XDG_CURRENT_DESKTOP", "XFCE", TRUE);
-    const FakeWatcher watcher;
-    std::shared_ptr<StatusItem> items[] = { makeItem(true), makeItem(false) };
-    ASSERT_TRUE(appears(watcher));
-    testbus::settle(host_);
-    const auto first = watcher.items().front();
-
-    items[first.ends_with("/perchly") ? 1 : 0].reset();
-    readAll(first);
-    const auto later = makeItem(false);
-
-    ASSERT_TRUE(appears(watcher, 2));
-    EXPECT_EQ(watcher.registrations(), 2);
-}
-
-TEST_F(StatusItemTest, RegistersAgainWhenItWasForgotten)
-{
-    FakeWatcher watcher;
-    const auto item = makeItem(true);
-    ASSERT_TRUE(appears(watcher));
-
-    watcher.forget(watcher.items().front());
-
-    EXPECT_TRUE(waitUntil([&] { return watcher.registrations() == 2; }));
-    EXPECT_THAT(watcher.items(), SizeIs(1));
-}
-
-TEST_F(StatusItemTest, TakesNoNoticeWhenAnotherItemWasForgotten)
-{
-    FakeWatcher watcher;
-    const auto item = makeItem(true);
-    ASSERT_TRUE(appears(watcher));
-
-    // Another connection's name that begins as this item's does.
-    auto other = watcher.items().front();
-    other.insert(other.find('/'), "7");
-    watcher.forget(other);
-    watcher.forget(watcher.items().front());
-
-    EXPECT_TRUE(waitUntil([&] { return watcher.registrations() == 2; }));
-    testbus::settle(host_);
-    EXPECT_EQ(watcher.registrations(), 2);
-}
-
-TEST_F(StatusItemTest, LeavesTheStatusAreaWithItsLastOwner)
-{
-    const FakeWatcher watcher;
-    const auto stays = makeItem(true);
-    auto goes = makeItem(false);
-    ASSERT_TRUE(appears(watcher, 2));
-
-    goes.reset();
-
-    ASSERT_TRUE(appears(watcher));
-    EXPECT_THAT(watcher.items().front(), EndsWith("/perchly"));
-}
-
-TEST_F(StatusItemTest, MayGoOrBeTakenOutBeforeItWasConnected)
-{
-    const FakeWatcher watcher;
-    makeItem(true).reset();
-    const auto goes = makeItem(true);
-    StatusBar::systemStatusBar().removeStatusItem(*goes);
-
-    const auto later = makeItem(false);
-
-    ASSERT_TRUE(appears(watcher));
-    EXPECT_EQ(watcher.registrations(), 1);
 }
 
 TEST_F(StatusItemTest, ANewMenuTakesThePlaceOfTheFormerOneOnTheSameItem)
