@@ -1,6 +1,5 @@
 #include "bookmarks/Notifications.h"
-#include "platform/appkit/Alert.h"
-#include "platform/foundation/DispatchQueue.h"
+#include "ui/AnsweredAlert.h"
 #include "ui/BrowserTest.h"
 
 namespace {
@@ -85,16 +84,13 @@ TEST_F(BookmarkActionsTest, AddingAPageSaysSoWhenTheButtonIsGreyAlready)
     std::string message;
     std::string details;
     auto wasEnabled = true;
-    foundation::dispatchMainAsync([&] {
-        auto* alert = appkit::Alert::running();
-        ASSERT_NE(alert, nullptr);
-        message = alert->messageText;
-        details = alert->informativeText;
-        wasEnabled = toolbar().addBookmarkButton->isEnabled();
-        alert->performClick(0);
-    });
 
-    toolbar().addBookmarkButton->performClick();
+    openAndAnswer([&] { toolbar().addBookmarkButton->performClick(); }, 0,
+        [&](const appkit::Alert& alert) {
+            message = alert.messageText;
+            details = alert.informativeText;
+            wasEnabled = toolbar().addBookmarkButton->isEnabled();
+        });
 
     EXPECT_EQ(message, "Bookmark Added");
     EXPECT_EQ(details, "Saved: First");
@@ -103,7 +99,6 @@ TEST_F(BookmarkActionsTest, AddingAPageSaysSoWhenTheButtonIsGreyAlready)
     EXPECT_EQ(lastBookmark().url, server.url("/"));
     EXPECT_FALSE(lastBookmark().isPinned);
     EXPECT_FALSE(lastBookmark().isAddedToMenuBar);
-    EXPECT_EQ(appkit::Alert::running(), nullptr);
 }
 
 } // namespace

@@ -4,17 +4,16 @@
 #include "bookmarks/Bookmark.h"
 #include "bookmarks/BookmarkManager.h"
 #include "bookmarks/Notifications.h"
-#include "platform/appkit/Alert.h"
 #include "platform/appkit/Button.h"
 #include "platform/appkit/Menu.h"
 #include "platform/appkit/PopUpButton.h"
 #include "platform/appkit/StackView.h"
 #include "platform/appkit/StatusItem.h"
 #include "platform/appkit/TextField.h"
-#include "platform/foundation/DispatchQueue.h"
 #include "statusbar/StatusBarController.h"
 #include "support/MainLoop.h"
 #include "support/UserFolders.h"
+#include "ui/AnsweredAlert.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -77,16 +76,8 @@ protected:
     void answer(const std::optional<perchly::Bookmark>& edited, std::size_t button, const Work& work,
         const std::shared_ptr<perchly::BookmarkListViewController>& list = nullptr)
     {
-        auto wasShown = false;
-        foundation::dispatchMainAsync([&] {
-            auto* alert = appkit::Alert::running();
-            ASSERT_NE(alert, nullptr);
-            wasShown = lookAt(*alert, work);
-            alert->performClick(button);
-        });
-        controller->showAddBookmarkDialog(edited, list);
-        EXPECT_TRUE(wasShown);
-        EXPECT_EQ(appkit::Alert::running(), nullptr);
+        openAndAnswer([&] { controller->showAddBookmarkDialog(edited, list); }, button,
+            [&](appkit::Alert& alert) { EXPECT_TRUE(lookAt(alert, work)); });
     }
 
     static bool lookAt(appkit::Alert& alert, const Work& work)

@@ -4,16 +4,15 @@
 #include "bookmarks/Bookmark.h"
 #include "bookmarks/BookmarkManager.h"
 #include "bookmarks/Notifications.h"
-#include "platform/appkit/Alert.h"
 #include "platform/appkit/Button.h"
 #include "platform/appkit/Image.h"
 #include "platform/appkit/SearchField.h"
 #include "platform/appkit/TableView.h"
 #include "platform/appkit/TextField.h"
 #include "platform/appkit/Window.h"
-#include "platform/foundation/DispatchQueue.h"
 #include "support/MainLoop.h"
 #include "support/UserFolders.h"
+#include "ui/AnsweredAlert.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -173,17 +172,7 @@ protected:
         std::size_t row, RowButton which, std::size_t answer,
         const std::function<void(appkit::Alert&)>& look = [](appkit::Alert&) {}) const
     {
-        auto wasAsked = false;
-        foundation::dispatchMainAsync([&] {
-            auto* alert = appkit::Alert::running();
-            wasAsked = alert != nullptr;
-            ASSERT_TRUE(wasAsked);
-            look(*alert);
-            alert->performClick(answer);
-        });
-        click(row, which);
-        EXPECT_TRUE(wasAsked);
-        EXPECT_EQ(appkit::Alert::running(), nullptr);
+        openAndAnswer([&] { click(row, which); }, answer, look);
     }
 
     [[nodiscard]] appkit::Alert* sheet() const { return appkit::Alert::sheetOf(*window); }

@@ -1,9 +1,8 @@
 #include "pinned/PinnedBookmarkMenu.h"
-#include "platform/appkit/Alert.h"
 #include "platform/appkit/PopUpButton.h"
 #include "platform/appkit/TextField.h"
 #include "platform/appkit/View.h"
-#include "platform/foundation/DispatchQueue.h"
+#include "ui/AnsweredAlert.h"
 #include "ui/PinnedTest.h"
 
 namespace {
@@ -44,25 +43,17 @@ protected:
     void answer(
         std::size_t button, const std::function<void(Dialog)>& work = [](Dialog) {})
     {
-        auto wasShown = false;
-        foundation::dispatchMainAsync([&] {
-            auto* alert = Alert::running();
-            ASSERT_NE(alert, nullptr);
-            const auto& views = alert->accessoryView->subviews();
-            ASSERT_THAT(views, SizeIs(6));
-            const auto symbol = std::dynamic_pointer_cast<TextField>(views[1]);
-            const auto address = std::dynamic_pointer_cast<TextField>(views[3]);
-            const auto size = std::dynamic_pointer_cast<PopUpButton>(views[5]);
-            const auto isComplete = symbol && address && size;
-            if (isComplete)
-                work({ *alert, views, *symbol, *address, *size });
-            wasShown = isComplete;
-            alert->performClick(button);
-        });
         auto row = rowCarrying(bookmark);
-        manager->editCustomIcon(row);
-        EXPECT_TRUE(wasShown);
-        EXPECT_EQ(Alert::running(), nullptr);
+        openAndAnswer([&] { manager->editCustomIcon(row); }, button,
+            [&](Alert& alert) {
+                const auto& views = alert.accessoryView->subviews();
+                ASSERT_THAT(views, SizeIs(6));
+                const auto symbol = std::dynamic_pointer_cast<TextField>(views[1]);
+                const auto address = std::dynamic_pointer_cast<TextField>(views[3]);
+                const auto size = std::dynamic_pointer_cast<PopUpButton>(views[5]);
+                ASSERT_TRUE(symbol && address && size);
+                work({ alert, views, *symbol, *address, *size });
+            });
     }
 
     [[nodiscard]] std::size_t preselectedFor(std::optional<double> size)

@@ -3,12 +3,11 @@
 #include "bookmarks/BookmarkManager.h"
 #include "bookmarks/Notifications.h"
 #include "bookmarks/Preferences.h"
-#include "platform/appkit/Alert.h"
 #include "platform/appkit/Button.h"
 #include "platform/appkit/Window.h"
-#include "platform/foundation/DispatchQueue.h"
 #include "platform/foundation/UserDefaults.h"
 #include "settings/SettingsViewController.h"
+#include "ui/AnsweredAlert.h"
 #include "ui/WebViewTest.h"
 
 #include <gmock/gmock.h>
@@ -80,17 +79,7 @@ protected:
         std::string_view title, std::size_t answer,
         const std::function<void(appkit::Alert&)>& look = [](appkit::Alert&) {})
     {
-        auto wasAsked = false;
-        foundation::dispatchMainAsync([&] {
-            auto* alert = appkit::Alert::running();
-            wasAsked = alert != nullptr;
-            ASSERT_TRUE(wasAsked);
-            look(*alert);
-            alert->performClick(answer);
-        });
-        button(title)->performClick();
-        EXPECT_TRUE(wasAsked);
-        EXPECT_EQ(appkit::Alert::running(), nullptr);
+        openAndAnswer([&] { button(title)->performClick(); }, answer, look);
     }
 
     void save(std::string_view text)
