@@ -8,7 +8,6 @@
 namespace {
 
 using appkit::Image;
-using appkit::Menu;
 using appkit::StatusBar;
 using testbus::waitUntil;
 using testing::ElementsAre;

@@ -51,7 +51,8 @@ Pixels drawn(const Draw& draw, int scale = 1)
     cairo_destroy(context);
     cairo_surface_flush(image);
     const auto* data = cairo_image_surface_get_data(image);
-    const auto size = static_cast<std::size_t>(4 * width * height * scale * scale);
+    constexpr std::size_t pixel = 4;
+    const auto size = pixel * width * height * static_cast<std::size_t>(scale * scale);
     Pixels pixels(data, data + size);
     cairo_surface_destroy(image);
     return pixels;
