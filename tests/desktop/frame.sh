@@ -2,6 +2,9 @@
 # The frame of a test: what it claims, and what is left when it ends.
 
 failures=0
+ended_at=nothing
+set -o errtrace
+trap 'ended_at="line $LINENO: $BASH_COMMAND"' ERR
 started=() # processes that end with the test
 
 # check SENTENCE COMMAND...: notes a failure, and goes on.
@@ -37,6 +40,9 @@ end_test() {
     done
     if [[ -n ${server_input:-} ]]; then
         exec {server_input}>&-
+    fi
+    if ((status && !failures)); then
+        echo "FAILED: the test ended at \"$ended_at\""
     fi
     if ((status || failures)); then
         echo "--- what the program said"

@@ -50,6 +50,11 @@ locate_content() {
     esac
 }
 
+# The same, where it must be there.
+require_content() {
+    require "the popover is there" wait_for 2 locate_content
+}
+
 # What every place of the panel is tried with: Open Browser, by the icon, and a look at where the popover is then.
 # $1 names the picture.
 check_popover_at_icon() {
@@ -66,7 +71,7 @@ check_popover_at_icon() {
 }
 
 type_address() {
-    locate_content
+    require_content
     xdotool mousemove $((LEFT + content_width / 2)) $((TOP + toolbar_height / 2)) click --repeat 3 --delay 30 1
     xdotool key ctrl+a type --delay 5 "$1"
     xdotool key Return
