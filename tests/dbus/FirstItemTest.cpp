@@ -19,6 +19,9 @@ using testbus::waitUntil;
 using testing::IsEmpty;
 using testing::SizeIs;
 
+/// In microseconds: well before the patience with a status area that is silent.
+constexpr gint64 deadline = 800'000;
+
 /// The first status item has the bus and the processors to itself.
 class FirstItemTest : public testing::Test {
 protected:
@@ -79,12 +82,27 @@ TEST_F(FirstItemTest, AStatusAreaThatDoesNotAnswerHoldsUpNothingForLong)
 
 TEST_F(FirstItemTest, NothingWaitsWithoutAStatusArea)
 {
+    const auto start = g_get_monotonic_time();
     const auto first = StatusBar::systemStatusBar().statusItem();
     const auto second = StatusBar::systemStatusBar().statusItem();
     startDownload();
     EXPECT_TRUE(waitUntil([&] { return isDownloaded_.load(); }));
+    EXPECT_LT(g_get_monotonic_time() - start, deadline);
     const FakeWatcher watcher;
     EXPECT_TRUE(waitUntil([&] { return watcher.items().size() == 2; }));
+}
+
+TEST_F(FirstItemTest, WhenItGoesBeforeItCameNothingWaitsForIt)
+{
+    const FakeWatcher watcher;
+    const auto start = g_get_monotonic_time();
+    auto first = StatusBar::systemStatusBar().statusItem();
+    const auto second = StatusBar::systemStatusBar().statusItem();
+
+    first.reset();
+
+    EXPECT_TRUE(waitUntil([&] { return watcher.items().size() == 1; }));
+    EXPECT_LT(g_get_monotonic_time() - start, deadline);
 }
 
 TEST_F(FirstItemTest, AnItemThatGoesWhileItWaitsNeverComes)

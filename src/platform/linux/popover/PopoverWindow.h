@@ -50,7 +50,6 @@ public:
 private:
     void connectSignals();
     void layOut();
-    void place();
     void setInputRegion();
     void present();
     void startWatching();
