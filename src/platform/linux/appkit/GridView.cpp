@@ -11,14 +11,14 @@ namespace {
 /// Set on a cell whose column has a placement of its own.
 constexpr auto ownXPlacement = "perchly-own-x-placement";
 
-void mark(GtkWidget* cell, const char* placement)
+void setHasOwnXPlacement(GtkWidget* cell)
 {
-    g_object_set_data(G_OBJECT(cell), placement, GINT_TO_POINTER(1));
+    g_object_set_data(G_OBJECT(cell), ownXPlacement, GINT_TO_POINTER(1));
 }
 
-bool isMarked(GtkWidget* cell, const char* placement)
+bool hasOwnXPlacement(GtkWidget* cell)
 {
-    return g_object_get_data(G_OBJECT(cell), placement) != nullptr;
+    return g_object_get_data(G_OBJECT(cell), ownXPlacement) != nullptr;
 }
 
 GtkAlign nativePlacement(GridXPlacement placement)
@@ -147,7 +147,7 @@ void GridView::setColumnSpacing(double spacing)
 void GridView::setXPlacement(GridXPlacement placement)
 {
     forEachCell(rows_, [placement](GtkWidget* cell) {
-        if (!isMarked(cell, ownXPlacement))
+        if (!hasOwnXPlacement(cell))
             gtk_widget_set_halign(cell, nativePlacement(placement));
     });
 }
@@ -170,7 +170,7 @@ void GridView::setColumnXPlacement(std::size_t column, GridXPlacement placement)
         auto* cell = widgetOf(*row[column]);
         if (isMerged(cell))
             continue;
-        mark(cell, ownXPlacement);
+        setHasOwnXPlacement(cell);
         gtk_widget_set_halign(cell, nativePlacement(placement));
     }
 }
@@ -183,7 +183,7 @@ void GridView::mergeCells(std::size_t row)
         return;
     auto* cell = widgetOf(**first);
     put(cell, row, 0, columnsOf(rows_));
-    mark(cell, ownXPlacement);
+    setHasOwnXPlacement(cell);
     gtk_widget_set_halign(cell, GTK_ALIGN_FILL);
 }
 
